@@ -1,0 +1,40 @@
+#pragma once
+
+/// @file
+/// The magnetometer correction that the parameter records define, written once: measuring applies
+/// it and the calibration fits it.
+
+#include "tiltpole/records/Incline_MagneticCorrectParameter.h"
+#include "tiltpole/records/Incline_MagneticTranslationParameter.h"
+
+namespace tiltpole {
+
+/// A reading of one three-axis magnetometer [counts].
+struct MagneticReading {
+  double X = 0.0;
+  double Y = 0.0;
+  double Z = 0.0;
+};
+
+/// The corrected reading of a magnetometer; see Incline_MagneticCorrectParameter for the formula.
+///
+/// @param[in] par  the magnetometer's correction
+/// @param[in] raw  its raw reading [counts]
+/// @return the corrected reading; not-a-number and infinities flow through.
+inline MagneticReading CorrectReading(const Incline_MagneticCorrectParameter& par,
+                                      const MagneticReading& raw) {
+  return {raw.X - par.x0,                             //
+          -(par.a * raw.X + par.b * raw.Y - par.y0),  //
+          -(par.c * raw.X + par.d * raw.Y + par.e * raw.Z - par.z0)};
+}
+
+/// What magnetometer B should read, corrected, where A reads @p corrected_A.
+///
+/// @param[in] trans        the translation between the two frames
+/// @param[in] corrected_A  magnetometer A's corrected reading [counts]
+inline MagneticReading ExpectedReading_B(const Incline_MagneticTranslationParameter& trans,
+                                         const MagneticReading& corrected_A) {
+  return {-(corrected_A.X + trans.dX), -(corrected_A.Y + trans.dY), corrected_A.Z + trans.dZ};
+}
+
+}  // namespace tiltpole
