@@ -1,5 +1,6 @@
 #include "tiltpole/platform/message_box.h"
 
+#include <cstdint>
 #include <cstdio>
 #include <utility>
 
@@ -27,8 +28,8 @@ bool HasVisibleDesktop() {
 
 bool ShowNativeBox(const std::wstring& text, const std::wstring& title, MessageIcon icon) {
   if (!HasVisibleDesktop()) return false;
-  MessageBoxW(nullptr, text.c_str(), title.c_str(),
-              MB_OK | (icon == MessageIcon::Stop ? MB_ICONHAND : MB_ICONEXCLAMATION));
+  const UINT picture = icon == MessageIcon::Stop ? MB_ICONHAND : MB_ICONEXCLAMATION;
+  MessageBoxW(nullptr, text.c_str(), title.c_str(), MB_OK | picture);
   return true;
 }
 
@@ -42,7 +43,7 @@ detail::FallbackMessageBox fallback_box = nullptr;
 void PrintLine(const std::wstring& text, const std::wstring& title) {
   std::string line;
   for (const wchar_t sign : title + L": " + text + L"\n") {
-    line += sign >= 0 && sign < 0x80 ? static_cast<char>(sign) : '?';
+    line += static_cast<std::uint32_t>(sign) < 0x80U ? static_cast<char>(sign) : '?';
   }
   std::fputs(line.c_str(), stderr);
 }
