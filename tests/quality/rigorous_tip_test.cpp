@@ -1,0 +1,219 @@
+#include "tiltpole/quality/rigorous_tip.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include <gtest/gtest.h>
+
+#include "quality/simulated_pole.h"
+
+namespace {
+
+using namespace tiltpole_test;
+using tiltpole::CorrectSample;
+using tiltpole::HeadingSource;
+using tiltpole::Incline_MagneticCorrectParameter;
+using tiltpole::PoseSensorData;
+using tiltpole::RigorousTip;
+using tiltpole::RigorousTipOptions;
+using tiltpole::SolveRigorousTip;
+using tiltpole::TipStatus;
+
+constexpr double kLength = 2.0;
+
+PoseSensorData Measured(const Attitude& pole, double dip) {
+  const Incline_MagneticCorrectParameter ideal;
+  return CorrectSample(IdealSample(pole, EarthField(5000.0, dip)), ideal, ideal);
+}
+
+// Turns magnetometer B's corrected reading about z, as iron or a crooked mounting would.
+PoseSensorData WithBTurned(PoseSensorData sample, double degrees) {
+  const double c = std::cos(degrees * kDegree);
+  const double s = std::sin(degrees * kDegree);
+  const double x = sample.MagneticX_B;
+  const double y = sample.MagneticY_B;
+  sample.MagneticX_B = c * x + s * y;
+  sample.MagneticY_B = -s * x + c * y;
+  return sample;
+}
+
+double LargestTipError(const Attitude& pole, double dip) {
+  const RigorousTip tip = SolveRigorousTip(Measured(pole, dip), kLength);
+  EXPECT_EQ(tip.Status, TipStatus::Solved);
+  EXPECT_EQ(tip.Source, HeadingSource::Both);
+  const double north = tip.Offset.x + kLength * pole[0][2];
+  const double east = tip.Offset.y - kLength * pole[1][2];
+  const double height = tip.Offset.h + kLength * pole[2][2];
+  return std::max({std::fabs(north), std::fabs(east), std::fabs(height)});
+}
+
+TEST(RigorousTip, IsExactInAllQuadrantsAtEveryTiltTo80DegreesAndDipTo70) {
+  double largest = 0.0;
+  for (const double lean : {0.01, 0.1, 1.0, 5.0, 15.0, 30.0, 45.0, 60.0, 70.0, 80.0})
+    for (double towards = 0.0; towards < 360.0; towards += 30.0)
+      for (double heading = 0.0; heading < 360.0; heading += 22.5)
+        for (const double dip : {-70.0, -35.0, 0.0, 35.0, 70.0})
+          largest = std::max(largest, LargestTipError(LeaningPole(heading, lean, towards), dip));
+  EXPECT_LT(largest, 1e-9 * kLength);
+}
+
+TEST(RigorousTip, TellsTheHeadingOfTheXAxisAndTheTiltAndTheDip) {
+  Random random(11);
+  for (int i = 0; i < 500; ++i) {
+    const Attitude pole =
+        LeaningPole(random.Uniform(0, 360), random.Uniform(0.01, 80), random.Uniform(0, 360));
+    const double dip = random.Uniform(-70, 70);
+    const RigorousTip tip = SolveRigorousTip(Measured(pole, dip), kLength);
+    EXPECT_NEAR(std::remainder(tip.Heading - HeadingOf(pole), 360.0), 0.0, 1e-7);
+    EXPECT_NEAR(std::remainder(tip.Heading_A - HeadingOf(pole), 360.0), 0.0, 1e-7);
+    EXPECT_NEAR(std::remainder(tip.Heading_B - HeadingOf(pole), 360.0), 0.0, 1e-7);
+    EXPECT_NEAR(tip.Tilt, std::acos(pole[2][2]) / kDegree, 1e-7);
+    EXPECT_NEAR(tip.Dip, dip, 1e-7);
+    EXPECT_TRUE(tip.Agree);
+  }
+}
+
+TEST(RigorousTip, APoleThatLeansNorthHasItsTipSouthOfTheAntenna) {
+  const RigorousTip tip = SolveRigorousTip(Measured(LeaningPole(123.0, 30.0, 0.0), 60.0), kLength);
+  EXPECT_NEAR(tip.Offset.x, -1.0, 1e-12);
+  EXPECT_NEAR(tip.Offset.y, 0.0, 1e-12);
+  EXPECT_NEAR(tip.Offset.h, -std::sqrt(3.0), 1e-12);
+}
+
+TEST(RigorousTip, TheBiasAnglesTurnTheTipBackByAsMuch) {
+  RigorousTipOptions options;
+  options.MagneticBiasAngle_A = options.MagneticBiasAngle_B = 90.0;
+  const Attitude pole = LeaningPole(123.0, 30.0, 0.0);
+  const RigorousTip tip = SolveRigorousTip(Measured(pole, 60.0), kLength, options);
+  EXPECT_NEAR(tip.Heading, HeadingOf(pole) - 90.0, 1e-9);
+  EXPECT_NEAR(tip.Offset.x, 0.0, 1e-12);
+  EXPECT_NEAR(tip.Offset.y, 1.0, 1e-12);
+}
+
+TEST(RigorousTip, WeighsTheHeadingsByTheirDeviations) {
+  RigorousTipOptions options;
+  options.HeadingDeviation_A = 1.0;
+  options.HeadingDeviation_B = 2.0;
+  const PoseSensorData sample = WithBTurned(Measured(LeaningPole(100.0, 0.0, 0.0), 60.0), 1.0);
+  const RigorousTip tip = SolveRigorousTip(sample, kLength, options);
+  EXPECT_EQ(tip.Source, HeadingSource::Both);
+  EXPECT_NEAR(std::fabs(tip.HeadingDifference), 1.0, 1e-9);
+  EXPECT_NEAR(tip.Heading, 100.0 + 0.2 * tip.HeadingDifference, 1e-4);
+}
+
+TEST(RigorousTip, TheHeadingDifferenceIsBLessA) {
+  const PoseSensorData sample = WithBTurned(Measured(LeaningPole(359.5, 40.0, 70.0), 60.0), 2.0);
+  const RigorousTip tip = SolveRigorousTip(sample, kLength);
+  EXPECT_NEAR(tip.HeadingDifference, std::remainder(tip.Heading_B - tip.Heading_A, 360.0), 1e-9);
+}
+
+TEST(RigorousTip, HeadingsOnEitherSideOfNorthAgree) {
+  const PoseSensorData sample = WithBTurned(Measured(LeaningPole(359.9, 0.0, 0.0), 60.0), -1.0);
+  const RigorousTip tip = SolveRigorousTip(sample, kLength);
+  EXPECT_TRUE(tip.Agree);
+  EXPECT_NEAR(std::remainder(tip.Heading - 359.9, 360.0), 0.5 * tip.HeadingDifference, 1e-9);
+}
+
+TEST(RigorousTip, WhenTheyDisagreeTheHeadingIsAsAndSaysSo) {
+  const Attitude pole = LeaningPole(40.0, 20.0, 200.0);
+  const RigorousTip tip = SolveRigorousTip(WithBTurned(Measured(pole, 60.0), 30.0), kLength);
+  EXPECT_FALSE(tip.Agree);
+  EXPECT_EQ(tip.Source, HeadingSource::Magnetometer_A);
+  EXPECT_NEAR(tip.Offset.x, -kLength * pole[0][2], 1e-12);
+}
+
+TEST(RigorousTip, TheMagnetometerSaidToBeDisturbedIsLeftOut) {
+  const Attitude pole = LeaningPole(40.0, 20.0, 200.0);
+  PoseSensorData sample = Measured(pole, 60.0);
+  sample.MagneticX_A += 3000.0;
+  RigorousTipOptions options;
+  options.Disturbed_A = true;
+  const RigorousTip tip = SolveRigorousTip(sample, kLength, options);
+  EXPECT_EQ(tip.Source, HeadingSource::Magnetometer_B);
+  EXPECT_FALSE(tip.Agree);
+  EXPECT_NEAR(tip.Offset.x, -kLength * pole[0][2], 1e-12);
+  EXPECT_NEAR(tip.Offset.y, kLength * pole[1][2], 1e-12);
+}
+
+TEST(RigorousTip, WithBothDisturbedALeaningPoleCannotBeTold) {
+  RigorousTipOptions options;
+  options.Disturbed_A = options.Disturbed_B = true;
+  const RigorousTip tip =
+      SolveRigorousTip(Measured(LeaningPole(40.0, 20.0, 200.0), 60.0), kLength, options);
+  EXPECT_EQ(tip.Status, TipStatus::HeadingCannotBeTold);
+  EXPECT_EQ(tip.Source, HeadingSource::None);
+  EXPECT_TRUE(std::isnan(tip.Offset.x));
+  EXPECT_TRUE(std::isnan(tip.Offset.y));
+  EXPECT_NEAR(tip.Offset.h, -kLength * std::cos(20.0 * kDegree), 1e-12);
+}
+
+TEST(RigorousTip, APlumbPoleIsAnsweredEvenInAVerticalField) {
+  const RigorousTip tip = SolveRigorousTip(Measured(LeaningPole(0, 0, 0), 90.0), kLength);
+  EXPECT_EQ(tip.Status, TipStatus::Plumb);
+  EXPECT_EQ(tip.Offset.x, 0.0);
+  EXPECT_EQ(tip.Offset.y, 0.0);
+  EXPECT_EQ(tip.Offset.h, -kLength);
+}
+
+TEST(RigorousTip, ALeaningPoleInAVerticalFieldCannotBeTold) {
+  for (const double dip : {-90.0, 90.0}) {
+    const RigorousTip tip = SolveRigorousTip(Measured(LeaningPole(10, 35, 100), dip), kLength);
+    EXPECT_EQ(tip.Status, TipStatus::HeadingCannotBeTold);
+    EXPECT_EQ(tip.Source, HeadingSource::None);
+    EXPECT_TRUE(std::isnan(tip.Heading));
+    EXPECT_TRUE(std::isnan(tip.Offset.x));
+    EXPECT_NEAR(tip.Offset.h, -kLength * std::cos(35.0 * kDegree), 1e-12);
+  }
+}
+
+TEST(RigorousTip, AMagnetometerThatReadsNothingLeavesTheOther) {
+  PoseSensorData sample = Measured(LeaningPole(40.0, 20.0, 200.0), 60.0);
+  sample.MagneticX_A = std::numeric_limits<double>::quiet_NaN();
+  const RigorousTip tip = SolveRigorousTip(sample, kLength);
+  EXPECT_EQ(tip.Source, HeadingSource::Magnetometer_B);
+  EXPECT_NEAR(tip.Heading, 40.0, 3.0);
+  EXPECT_TRUE(std::isnan(tip.HeadingDifference));
+  EXPECT_FALSE(tip.Agree);
+}
+
+TEST(RigorousTip, TiltsThatCannotBelongToPerpendicularAxesAreSaidToBeImpossible) {
+  PoseSensorData sample = Measured(LeaningPole(40.0, 20.0, 200.0), 60.0);
+  sample.InclineX = sample.InclineY = 60.0;
+  const RigorousTip tip = SolveRigorousTip(sample, kLength);
+  EXPECT_EQ(tip.Status, TipStatus::TiltsImpossible);
+  EXPECT_TRUE(std::isnan(tip.Offset.h));
+}
+
+TEST(RigorousTip, OppositeHeadingsAreNeverAveragedWhateverTheLimit) {
+  RigorousTipOptions options;
+  options.LargestHeadingDifference = 360.0;
+  const PoseSensorData sample = WithBTurned(Measured(LeaningPole(40, 0.5, 200), 0.0), 180.0);
+  const RigorousTip tip = SolveRigorousTip(sample, kLength, options);
+  EXPECT_EQ(tip.Source, HeadingSource::Magnetometer_A);
+}
+
+TEST(RigorousTip, CorrectingASampleChangesTheSixReadingsAlone) {
+  PoseSensorData raw;
+  raw.MagneticX_A = 1.0;
+  raw.MagneticY_A = 2.0;
+  raw.MagneticZ_A = 3.0;
+  raw.MagneticX_B = 10.0;
+  raw.MagneticY_B = 20.0;
+  raw.MagneticZ_B = 30.0;
+  raw.InclineX = 4.0;
+  raw.Aux[2] = 5.0;
+  Incline_MagneticCorrectParameter shifted;
+  shifted.x0 = 100.0;
+  const PoseSensorData corrected = CorrectSample(raw, {}, shifted);
+  EXPECT_EQ(corrected.MagneticX_A, 1.0);
+  EXPECT_EQ(corrected.MagneticY_A, -2.0);
+  EXPECT_EQ(corrected.MagneticZ_A, -3.0);
+  EXPECT_EQ(corrected.MagneticX_B, -90.0);
+  EXPECT_EQ(corrected.MagneticY_B, -20.0);
+  EXPECT_EQ(corrected.MagneticZ_B, -30.0);
+  EXPECT_EQ(corrected.InclineX, 4.0);
+  EXPECT_EQ(corrected.Aux[2], 5.0);
+}
+
+}  // namespace
