@@ -1,0 +1,132 @@
+#!/bin/bash
+# Installs what is missing, builds, and runs every test: on this machine, and on request on every
+# target that the project builds for, under its emulator. Prints a table at the end; the last line
+# is "N passed, N failed", and the exit status is 0 only when nothing failed.
+# usage: scripts/test.sh [--every-target]      the whole suite
+#        scripts/test.sh TARGET...             on some targets only (names of the presets)
+set -uo pipefail
+cd "$(dirname "$0")/.." || exit 2
+
+targets=(linux-gcc)
+install=()
+case ${1:-} in
+  '') ;;
+  --every-target)
+    targets=(linux-gcc linux-clang linux-aarch64 linux-armv7 windows-x64 windows-x86)
+    install=(--every-target)
+    ;;
+  -*) sed -n 's/^# usage: /usage: /p' "$0" >&2; exit 2 ;;
+  *) targets=("$@") install=(--every-target) ;;
+esac
+
+logs=$PWD/build/logs
+mkdir -p "$logs"
+jobs=$(nproc)
+launcher=()
+if command -v ccache >/dev/null; then launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache); fi
+
+rows=()
+passed_in_all=0
+failed_in_all=0
+tidy_up=()
+at_exit() {
+  local command
+  for command in "${tidy_up[@]}"; do eval "$command"; done
+}
+trap at_exit EXIT
+
+step() { # log file, command...: quiet when it works, its output when it does not
+  local log=$1
+  shift
+  "$@" >"$log" 2>&1 </dev/null && return 0
+  cat "$log"
+  return 1
+}
+
+# Windows need a screen; a test is not to draw on the one that somebody is looking at.
+start_screen() {
+  local number=$logs/display
+  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$number" >"$logs/xvfb.log" 2>&1 &
+  tidy_up+=("kill $! 2>/dev/null")
+  for _ in $(seq 100); do
+    [ -s "$number" ] && break
+    sleep 0.1
+  done
+  DISPLAY=:$(cat "$number")
+  export DISPLAY
+}
+
+# One server that stays for the whole run; otherwise each program would boot a Windows of its own.
+start_wine() {
+  local target=$1
+  export WINEPREFIX=$PWD/build/wine/$target WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
+  mkdir -p "$WINEPREFIX"
+  step "$logs/$target-wine.log" timeout 300 "$2" wineboot --init || return 1
+  local server=/usr/lib/wine/wineserver
+  [ -x $server ] || server=wineserver
+  "$server" -p
+  tidy_up+=("WINEPREFIX='$WINEPREFIX' $server -k")
+}
+
+wine_of() {
+  sed -n 's/^TILTPOLE_WINE:[A-Z]*=\(.*\)$/\1/p' "build/$1/CMakeCache.txt" | grep -v NOTFOUND
+}
+
+row() { rows+=("$(printf '%-14s %8s %8s %8s %6s  %s' "$@")"); }
+
+run_tests() {
+  local target=$1 results=$logs/$1.xml
+  rm -f "$results"
+  ctest --preset "$target" -j "$jobs" --timeout 900 --no-tests=error --output-junit "$results" \
+    --test-output-size-passed 4000000 --test-output-size-failed 4000000 </dev/null
+  local status=$?
+  local passed=0 failed=0 skipped=0 note=
+  read -r passed failed skipped < <(python3 scripts/test_totals.py "$results") ||
+    failed=1 note='ctest left no results'
+  if [ $status -ne 0 ] && [ "$failed" = 0 ]; then failed=1 note="ctest ended with $status"; fi
+  passed_in_all=$((passed_in_all + passed))
+  failed_in_all=$((failed_in_all + failed))
+  row "$target" "$passed" "$failed" "$skipped" "$SECONDS" "$note"
+}
+
+could_not() {
+  failed_in_all=$((failed_in_all + 1))
+  row "$1" 0 1 0 "$SECONDS" "$2"
+}
+
+test_target() {
+  local target=$1 log=$logs/$1
+  echo "=== $target"
+  SECONDS=0
+  case $target in
+    linux-aarch64 | linux-armv7 | windows-*)
+      step "$log-dependencies.log" scripts/cross_dependencies.sh "$target" ||
+        { could_not "$target" 'its dependencies could not be built'; return; }
+      ;;
+  esac
+  step "$log-configure.log" cmake --preset "$target" "${launcher[@]}" ||
+    { could_not "$target" 'could not be configured'; return; }
+  step "$log-build.log" cmake --build --preset "$target" -j "$jobs" ||
+    { could_not "$target" 'could not be built'; return; }
+  if [[ $target == windows-* ]]; then
+    local wine
+    wine=$(wine_of "$target")
+    if [ -z "$wine" ] && [ "$target" = windows-x86 ]; then
+      row "$target" 0 0 0 "$SECONDS" 'built only: no 32-bit Wine can be had here'
+      return
+    fi
+    start_wine "$target" "$wine" || { could_not "$target" 'Wine does not start'; return; }
+  fi
+  run_tests "$target"
+}
+
+scripts/install_packages.sh "${install[@]}" || exit 1
+start_screen
+export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-offscreen}
+for target in "${targets[@]}"; do test_target "$target"; done
+
+echo
+printf '%-14s %8s %8s %8s %6s\n' target passed failed skipped s
+printf '%s\n' "${rows[@]}"
+echo "$passed_in_all passed, $failed_in_all failed"
+[ "$failed_in_all" = 0 ]
