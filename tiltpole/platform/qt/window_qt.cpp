@@ -1,0 +1,168 @@
+#include "tiltpole/platform/qt/window_qt.h"
+
+#include <QAccessible>
+#include <QEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QStyleOption>
+#include <algorithm>
+#include <utility>
+
+#include "tiltpole/platform/qt/drawing_qt.h"
+#include "tiltpole/platform/qt/message_box_qt.h"
+
+namespace tiltpole {
+namespace detail {
+namespace {
+
+constexpr Size kPreferredSize = {200, 200};
+
+}  // namespace
+
+QtWindow::QtWindow() {
+  ShowMessagesInQtBoxes();
+  setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+QtWindow::~QtWindow() = default;
+
+Size QtWindow::PreferredSize() const { return kPreferredSize; }
+
+QSize QtWindow::sizeHint() const {
+  const Size size = PreferredSize();
+  return {size.width, size.height};
+}
+
+Rect QtWindow::GetClientRect() const {
+  if (!Exists()) return {};
+  return {0, 0, std::max(0, width() - 2 * FrameWidth()), std::max(0, height() - 2 * FrameWidth())};
+}
+
+// The picture follows the widget's size and the screen's scale. It is never empty, since a client
+// area without pixels can be drawn on all the same.
+void QtWindow::PrepareSurface() {
+  const Rect client = GetClientRect();
+  const double scale = devicePixelRatioF();
+  if (surface_ && surface_->HasSize(client.Width(), client.Height(), scale)) return;
+  surface_ = std::make_unique<QtBitmap>(client.Width(), client.Height(), scale);
+  invalid_ = true;
+}
+
+DrawingContext* QtWindow::BeginPaint() {
+  invalid_ = false;
+  erase_ = false;
+  paint_context_ = std::make_unique<QtContext>(*surface_);
+  return paint_context_.get();
+}
+
+void QtWindow::EndPaint() { paint_context_.reset(); }
+
+DrawingContext* QtWindow::TakeContext() {
+  if (!Exists()) return nullptr;
+  PrepareSurface();
+  return new QtContext(*surface_);
+}
+
+void QtWindow::ReleaseContext(DrawingContext* context) {
+  if (context == nullptr) return;
+  delete context;
+  update();
+}
+
+void QtWindow::Invalidate(bool erase) {
+  if (!Exists()) return;
+  invalid_ = true;
+  erase_ = erase_ || erase;
+  update();
+}
+
+void QtWindow::AnnounceValue() {
+  if (!QAccessible::isActive()) return;
+  setAccessibleName(QString::fromStdWString(AccessibleName()));
+  setAccessibleDescription(QString::fromStdWString(AccessibleValue()));
+}
+
+// Polishing comes once, after the control's own constructor and before the first paint.
+bool QtWindow::event(QEvent* event) {
+  if (event->type() == QEvent::Polish && !std::exchange(subclassed_, true)) {
+    PreSubclassWindow();
+    setAccessibleName(QString::fromStdWString(AccessibleName()));
+    setAccessibleDescription(QString::fromStdWString(AccessibleValue()));
+  }
+  return QWidget::event(event);
+}
+
+void QtWindow::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  Invalidate(true);
+}
+
+void QtWindow::RepaintSurface() {
+  if (erase_) {
+    QtContext context(*surface_);
+    OnEraseBkgnd(&context);
+  }
+  OnPaint();
+}
+
+void QtWindow::paintEvent(QPaintEvent* event) {
+  if (!Exists()) return;
+  PrepareSurface();
+  if (invalid_) RepaintSurface();
+  const double scale = surface_->scale;
+  QImage& image = surface_->image;
+  image.setDevicePixelRatio(scale);
+  QPainter painter(this);
+  painter.setClipRegion(event->region());
+  painter.drawImage(QPoint(FrameWidth(), FrameWidth()), image);
+  painter.end();
+  // The contexts count the picture's own pixels.
+  image.setDevicePixelRatio(1.0);
+}
+
+}  // namespace detail
+
+int StaticWindow::OnEraseBkgnd(DrawingContext* context) {
+  const QColor window = palette().color(QPalette::Window);
+  context->FillRectangle(GetClientRect(), Brush{Rgb(static_cast<std::uint8_t>(window.red()),
+                                                    static_cast<std::uint8_t>(window.green()),
+                                                    static_cast<std::uint8_t>(window.blue()))});
+  return 1;
+}
+
+int ChildWindow::OnEraseBkgnd(DrawingContext* /*context*/) { return 0; }
+
+bool ChildWindow::CreateChild(const wchar_t* /*window_class*/, std::uint32_t extended_style,
+                              std::uint32_t style, const Rect& place, ParentWindow parent,
+                              unsigned id) {
+  constexpr std::uint32_t kVisible = 0x10000000;
+  constexpr std::uint32_t kClientEdge = 0x200;
+  constexpr std::uint32_t kStaticEdge = 0x20000;
+  if (created_) return false;
+  AddStyle(style);
+  frame_width_ =
+      ((extended_style & kClientEdge) != 0 ? 2 : 0) + ((extended_style & kStaticEdge) != 0 ? 1 : 0);
+  if (parent != nullptr) setParent(parent);
+  setObjectName(QString::number(id));
+  setGeometry(LimitCoordinate(place.left), LimitCoordinate(place.top),
+              std::clamp(place.Width(), 0, kCoordinateLimit),
+              std::clamp(place.Height(), 0, kCoordinateLimit));
+  created_ = true;
+  ensurePolished();
+  if ((style & kVisible) != 0) show();
+  return true;
+}
+
+void ChildWindow::paintEvent(QPaintEvent* event) {
+  QtWindow::paintEvent(event);
+  if (frame_width_ == 0) return;
+  QStyleOptionFrame option;
+  option.initFrom(this);
+  option.frameShape = QFrame::Panel;
+  option.state |= QStyle::State_Sunken;
+  option.lineWidth = frame_width_;
+  QPainter painter(this);
+  style()->drawPrimitive(QStyle::PE_Frame, &option, &painter, this);
+}
+
+}  // namespace tiltpole

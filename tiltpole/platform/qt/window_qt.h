@@ -1,0 +1,109 @@
+#pragma once
+
+/// @file
+/// The windows of the controls on Qt: real widgets, which a host puts into its layouts.
+///
+/// A widget keeps the picture of its client area. What a control draws at once goes into that
+/// picture, and the part of the screen is updated from it; OnPaint is called only when the control
+/// or a change of size has invalidated the picture. On screens with a scale factor the picture has
+/// as many pixels as the screen.
+///
+/// As with any widget, a parent deletes its children: a control in a layout is made by new, or
+/// lives on the stack and goes before its parent does.
+
+#include <QWidget>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "tiltpole/controls_export.h"
+#include "tiltpole/platform/drawing.h"
+
+namespace tiltpole {
+
+using ParentWindow = QWidget*;
+
+namespace detail {
+
+class QtBitmap;
+class QtContext;
+
+/// What both kinds of window have in common on Qt; see tiltpole/platform/window.h for the meaning.
+class TILTPOLE_CONTROLS_EXPORT QtWindow : public QWidget {
+ public:
+  QtWindow();
+  ~QtWindow() override;
+  QtWindow(const QtWindow&) = delete;
+  QtWindow& operator=(const QtWindow&) = delete;
+
+  virtual void OnPaint() = 0;
+  virtual int OnEraseBkgnd(DrawingContext* context) = 0;
+  virtual void PreSubclassWindow() {}
+  virtual Size PreferredSize() const;
+  virtual std::wstring AccessibleName() const { return {}; }
+  virtual std::wstring AccessibleValue() const { return {}; }
+
+  Rect GetClientRect() const;
+  DrawingContext* BeginPaint();
+  void EndPaint();
+  DrawingContext* TakeContext();
+  void ReleaseContext(DrawingContext* context);
+  void Invalidate(bool erase);
+  void AddStyle(std::uint32_t bits) { style_ |= bits; }
+  std::uint32_t GetStyle() const { return style_; }
+  void AnnounceValue();
+
+  QSize sizeHint() const override;
+
+ protected:
+  bool event(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+  /// Whether there is anything to draw on.
+  virtual bool Exists() const { return true; }
+  /// Pixels between the widget's edge and the client area.
+  virtual int FrameWidth() const { return 0; }
+
+ private:
+  void PrepareSurface();
+  void RepaintSurface();
+
+  std::unique_ptr<QtBitmap> surface_;
+  std::unique_ptr<QtContext> paint_context_;
+  std::uint32_t style_ = 0;
+  bool subclassed_ = false;
+  bool invalid_ = true;
+  bool erase_ = true;
+};
+
+}  // namespace detail
+
+/// A label in a host's dialog: what the compass and the gauges are.
+class TILTPOLE_CONTROLS_EXPORT StaticWindow : public detail::QtWindow {
+ public:
+  /// Fills the client area with the colour of the widget's window, as a label would.
+  int OnEraseBkgnd(DrawingContext* context) override;
+};
+
+/// A window of its own class: what the plots are.
+///
+/// CreateChild gives the widget its parent, place and frame. Until then it shows nothing, and is no
+/// window in the sense of the controls, wherever a layout may have put it.
+class TILTPOLE_CONTROLS_EXPORT ChildWindow : public detail::QtWindow {
+ public:
+  int OnEraseBkgnd(DrawingContext* context) override;
+  bool CreateChild(const wchar_t* window_class, std::uint32_t extended_style, std::uint32_t style,
+                   const Rect& place, ParentWindow parent, unsigned id);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  bool Exists() const override { return created_; }
+  int FrameWidth() const override { return frame_width_; }
+
+ private:
+  bool created_ = false;
+  int frame_width_ = 0;
+};
+
+}  // namespace tiltpole
