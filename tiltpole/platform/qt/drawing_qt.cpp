@@ -177,7 +177,10 @@ void QtContext::DrawThinLineScaled(Point from, Point to) {
   painter.drawLine(start + middle - half, end + middle - half);
 }
 
-double QtContext::PenOffset() const { return std::max(pen_.width, 1) % 2 == 0 ? 0.0 : 0.5; }
+double QtContext::PenOffset() const {
+  const bool on_pixel_middles = pen_.style == Pen::Style::Solid && std::max(pen_.width, 1) % 2 == 1;
+  return on_pixel_middles ? 0.5 : 0.0;
+}
 
 void QtContext::BeginShape(QPainter& painter) const {
   painter.scale(target_->scale, target_->scale);

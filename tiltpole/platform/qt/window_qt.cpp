@@ -4,9 +4,10 @@
 #include <QEvent>
 #include <QPaintEvent>
 #include <QPainter>
-#include <QStyleOption>
 #include <algorithm>
 #include <utility>
+
+#include <qdrawutil.h>
 
 #include "tiltpole/platform/qt/drawing_qt.h"
 #include "tiltpole/platform/qt/message_box_qt.h"
@@ -46,6 +47,7 @@ void QtWindow::PrepareSurface() {
   if (surface_ && surface_->HasSize(client.Width(), client.Height(), scale)) return;
   surface_ = std::make_unique<QtBitmap>(client.Width(), client.Height(), scale);
   invalid_ = true;
+  erase_ = true;
 }
 
 DrawingContext* QtWindow::BeginPaint() {
@@ -92,11 +94,6 @@ bool QtWindow::event(QEvent* event) {
   return QWidget::event(event);
 }
 
-void QtWindow::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
-  Invalidate(true);
-}
-
 void QtWindow::RepaintSurface() {
   if (erase_) {
     QtContext context(*surface_);
@@ -106,7 +103,10 @@ void QtWindow::RepaintSurface() {
 }
 
 void QtWindow::paintEvent(QPaintEvent* event) {
-  if (!Exists()) return;
+  if (!Exists()) {
+    QPainter(this).fillRect(rect(), palette().window());
+    return;
+  }
   PrepareSurface();
   if (invalid_) RepaintSurface();
   const double scale = surface_->scale;
@@ -156,13 +156,8 @@ bool ChildWindow::CreateChild(const wchar_t* /*window_class*/, std::uint32_t ext
 void ChildWindow::paintEvent(QPaintEvent* event) {
   QtWindow::paintEvent(event);
   if (frame_width_ == 0) return;
-  QStyleOptionFrame option;
-  option.initFrom(this);
-  option.frameShape = QFrame::Panel;
-  option.state |= QStyle::State_Sunken;
-  option.lineWidth = frame_width_;
   QPainter painter(this);
-  style()->drawPrimitive(QStyle::PE_Frame, &option, &painter, this);
+  qDrawShadePanel(&painter, rect(), palette(), true, frame_width_);
 }
 
 }  // namespace tiltpole

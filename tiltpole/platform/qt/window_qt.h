@@ -58,7 +58,6 @@ class TILTPOLE_CONTROLS_EXPORT QtWindow : public QWidget {
  protected:
   bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
 
   /// Whether there is anything to draw on.
   virtual bool Exists() const { return true; }

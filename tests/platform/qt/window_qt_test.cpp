@@ -1,0 +1,190 @@
+#include <QApplication>
+#include <QMessageBox>
+#include <QThread>
+#include <QTimer>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tiltpole/platform/message_box.h"
+#include "tiltpole/platform/window.h"
+
+namespace {
+
+using tiltpole::Brush;
+using tiltpole::DrawingContext;
+using tiltpole::Rect;
+using tiltpole::Rgb;
+
+constexpr std::uint32_t kVisible = 0x10000000;
+constexpr std::uint32_t kBothEdges = 0x20200;
+
+class BlueLabel : public tiltpole::StaticWindow {
+ public:
+  void OnPaint() override {
+    calls.emplace_back("paint");
+    BeginPaint()->FillRectangle(GetClientRect(), Brush{Rgb(0, 0, 255)});
+    EndPaint();
+  }
+  int OnEraseBkgnd(DrawingContext* /*context*/) override {
+    calls.emplace_back("erase");
+    return 0;
+  }
+  void PreSubclassWindow() override { calls.emplace_back("subclass"); }
+  std::vector<std::string> calls;
+};
+
+class BlueChild : public tiltpole::ChildWindow {
+ public:
+  void OnPaint() override {
+    BeginPaint()->FillRectangle(GetClientRect(), Brush{Rgb(0, 0, 255)});
+    EndPaint();
+    ++paints;
+  }
+  int paints = 0;
+};
+
+QRgb ShownPixel(QWidget& widget, int x, int y) {
+  const QImage shown = widget.grab().toImage();
+  const double scale = widget.devicePixelRatioF();
+  return shown.pixel(static_cast<int>((x + 0.5) * scale), static_cast<int>((y + 0.5) * scale));
+}
+
+TEST(QtStaticWindow, IsSubclassedOnceAndErasedAndPaintedWhenFirstShown) {
+  BlueLabel label;
+  label.resize(20, 10);
+  EXPECT_EQ(ShownPixel(label, 0, 0), qRgb(0, 0, 255));
+  EXPECT_EQ(label.calls, (std::vector<std::string>{"subclass", "erase", "paint"}));
+}
+
+TEST(QtStaticWindow, WhatIsDrawnAtOnceStaysWithoutAPaint) {
+  BlueLabel label;
+  label.resize(20, 10);
+  label.grab();
+  label.calls.clear();
+
+  DrawingContext* context = label.TakeContext();
+  ASSERT_NE(context, nullptr);
+  context->FillRectangle({0, 0, 5, 5}, Brush{Rgb(255, 0, 0)});
+  label.ReleaseContext(context);
+
+  EXPECT_EQ(ShownPixel(label, 2, 2), qRgb(255, 0, 0));
+  EXPECT_EQ(ShownPixel(label, 12, 2), qRgb(0, 0, 255));
+  EXPECT_TRUE(label.calls.empty());
+}
+
+TEST(QtStaticWindow, InvalidatingPaintsAgainAndErasesOnlyWhenAsked) {
+  BlueLabel label;
+  label.resize(20, 10);
+  label.grab();
+  label.calls.clear();
+  label.Invalidate(false);
+  label.grab();
+  EXPECT_EQ(label.calls, (std::vector<std::string>{"paint"}));
+  label.calls.clear();
+  label.Invalidate(true);
+  label.Invalidate(false);
+  label.grab();
+  EXPECT_EQ(label.calls, (std::vector<std::string>{"erase", "paint"}));
+}
+
+TEST(QtStaticWindow, AChangeOfSizePaintsAgain) {
+  BlueLabel label;
+  label.resize(20, 10);
+  label.grab();
+  label.calls.clear();
+  label.resize(40, 30);
+  EXPECT_EQ(ShownPixel(label, 39, 29), qRgb(0, 0, 255));
+  EXPECT_EQ(label.calls, (std::vector<std::string>{"erase", "paint"}));
+}
+
+TEST(QtStaticWindow, AClientAreaWithoutPixelsIsPaintedWithoutHarm) {
+  BlueLabel label;
+  label.resize(0, 0);
+  label.grab();
+  label.ReleaseContext(label.TakeContext());
+  EXPECT_EQ(label.GetClientRect(), (Rect{0, 0, 0, 0}));
+}
+
+TEST(QtStaticWindow, GivesALayoutItsPreferredSize) {
+  const BlueLabel label;
+  EXPECT_EQ(label.sizeHint(), QSize(200, 200));
+}
+
+TEST(QtChildWindow, IsNoWindowBeforeItIsCreated) {
+  BlueChild child;
+  child.resize(30, 30);
+  child.grab();
+  EXPECT_EQ(child.paints, 0);
+  EXPECT_EQ(child.TakeContext(), nullptr);
+  EXPECT_EQ(child.GetClientRect(), (Rect{0, 0, 0, 0}));
+}
+
+TEST(QtChildWindow, TakesItsPlaceInTheParentWithASunkenFrameOutsideOfTheClientArea) {
+  QWidget parent;
+  parent.resize(100, 100);
+  auto* child = new BlueChild;  // the parent deletes it
+  ASSERT_TRUE(child->CreateChild(L"Class", kBothEdges, kVisible, {10, 20, 50, 50}, &parent, 7));
+  EXPECT_EQ(child->parentWidget(), &parent);
+  EXPECT_EQ(child->geometry(), QRect(10, 20, 40, 30));
+  EXPECT_EQ(child->GetClientRect(), (Rect{0, 0, 34, 24}));
+  EXPECT_EQ(ShownPixel(*child, 3, 3), qRgb(0, 0, 255));
+  EXPECT_EQ(ShownPixel(*child, 36, 26), qRgb(0, 0, 255));
+  EXPECT_NE(ShownPixel(*child, 0, 0), qRgb(0, 0, 255));
+  EXPECT_NE(ShownPixel(*child, 39, 29), qRgb(0, 0, 255));
+}
+
+TEST(QtChildWindow, IsCreatedOnce) {
+  BlueChild child;
+  EXPECT_TRUE(child.CreateChild(L"Class", 0, 0, {0, 0, 10, 10}, nullptr, 1));
+  EXPECT_FALSE(child.CreateChild(L"Class", 0, 0, {0, 0, 20, 20}, nullptr, 1));
+  EXPECT_EQ(child.GetClientRect(), (Rect{0, 0, 10, 10}));
+}
+
+// Presses the button of the box that comes up, and keeps what it said.
+struct BoxReader {
+  QString title;
+  QString text;
+  QMessageBox::Icon icon = QMessageBox::NoIcon;
+
+  void ReadNextBox() {
+    QTimer::singleShot(0, [this] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      if (box == nullptr) return ReadNextBox();
+      title = box->windowTitle();
+      text = box->text();
+      icon = box->icon();
+      box->accept();
+    });
+  }
+};
+
+TEST(QtMessages, ComeUpInAModalBoxOnceAControlExists) {
+  const BlueLabel label;
+  BoxReader reader;
+  reader.ReadNextBox();
+  tiltpole::detail::ShowMessageBox(L"The turn has holes", L"Warning", tiltpole::MessageIcon::Stop);
+  EXPECT_EQ(reader.text, "The turn has holes");
+  EXPECT_EQ(reader.icon, QMessageBox::Critical);
+}
+
+TEST(QtMessages, FromAnotherThreadComeUpOnTheThreadOfTheWindows) {
+  const BlueLabel label;
+  BoxReader reader;
+  reader.ReadNextBox();
+  QThread* worker = QThread::create([] {
+    tiltpole::detail::ShowMessageBox(L"From behind", L"Warning",
+                                     tiltpole::MessageIcon::Exclamation);
+  });
+  QEventLoop loop;
+  QObject::connect(worker, &QThread::finished, &loop, &QEventLoop::quit);
+  worker->start();
+  loop.exec();
+  worker->wait();
+  delete worker;
+  EXPECT_EQ(reader.text, "From behind");
+  EXPECT_EQ(reader.icon, QMessageBox::Warning);
+}
+
+}  // namespace
