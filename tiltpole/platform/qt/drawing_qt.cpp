@@ -17,9 +17,10 @@ QPoint ToQt(Point point) { return {LimitCoordinate(point.x), LimitCoordinate(poi
 
 /// The box with its coordinates limited and its edges in the right order.
 Rect Ordered(const Rect& box) {
-  const auto [left, right] = std::minmax(LimitCoordinate(box.left), LimitCoordinate(box.right));
-  const auto [top, bottom] = std::minmax(LimitCoordinate(box.top), LimitCoordinate(box.bottom));
-  return {left, top, right, bottom};
+  const Rect limited = {LimitCoordinate(box.left), LimitCoordinate(box.top),
+                        LimitCoordinate(box.right), LimitCoordinate(box.bottom)};
+  return {std::min(limited.left, limited.right), std::min(limited.top, limited.bottom),
+          std::max(limited.left, limited.right), std::max(limited.top, limited.bottom)};
 }
 
 QRectF ToQt(const Rect& box) {
