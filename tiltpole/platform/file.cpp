@@ -63,17 +63,20 @@ PlatformFile::~PlatformFile() { Close(); }
 bool PlatformFile::OpenExisting(const std::wstring& path) {
   Close();
   file_ = Open(path, Mode::Read);
+  for_reading_ = true;
   return IsOpen();
 }
 
 bool PlatformFile::Create(const std::wstring& path) {
   Close();
   file_ = Open(path, Mode::Write);
+  for_reading_ = false;
   return IsOpen();
 }
 
 bool PlatformFile::Read(std::string& bytes, std::size_t most) {
-  if (!IsOpen()) return false;
+  // Not every C library fails by itself when a file is read that was opened for writing.
+  if (!IsOpen() || !for_reading_) return false;
   const std::int64_t length = Length(file_);
   if (length < 0 || std::fseek(file_, 0, SEEK_SET) != 0) return false;
   try {

@@ -65,6 +65,7 @@ class TILTPOLE_EXPORT PlatformFile {
 
  private:
   std::FILE* file_ = nullptr;
+  bool for_reading_ = false;
   bool all_written_ = true;
 };
 
