@@ -1,0 +1,218 @@
+#include "tiltpole/controls/detail/magnetic_plot.h"
+
+#include <cmath>
+#include <limits>
+
+#include "tiltpole/controls/detail/plot_view.h"
+#include "tiltpole/controls/detail/rounding.h"
+#include "tiltpole/controls/detail/view_file.h"
+
+namespace tiltpole::detail {
+namespace {
+
+constexpr std::uint32_t kSunkenEdges = 0x20200;  // client edge and static edge
+constexpr Color kFieldColor = Rgb(0, 0, 0);
+constexpr Color kAxisColor = Rgb(0, 255, 255);
+constexpr Color kLabelColor = Rgb(255, 0, 255);
+constexpr Color kCenterColor = Rgb(255, 0, 0);
+constexpr double kLargestTrustedScale = 1000.0;  // counts per pixel
+
+// Deliberate: no system has a face of this name, so the text comes in what the system puts in its
+// place, chosen by the family of sans-serif faces (32).
+const Font& LabelFont() {
+  static const Font font = {L"Arical", 14, 150, 32};
+  return font;
+}
+
+void DrawCross(DrawingContext& context, Point center) {
+  context.MoveTo(Moved(center, -3, 0));
+  context.LineTo(Moved(center, 3, 0));
+  context.MoveTo(Moved(center, 0, -3));
+  context.LineTo(Moved(center, 0, 3));
+}
+
+void DrawLabel(DrawingContext& face, Point place, const wchar_t* text) {
+  face.DrawTextAt(place, TextClip::Clipped, nullptr, text);
+}
+
+}  // namespace
+
+MagneticPlot::MagneticPlot(ChildWindow& window, const PlotKind& kind)
+    : window_(window), kind_(kind), program_folder_(ProgramFolder()), view_(kind.first_view) {
+  ConfigRead();
+}
+
+void MagneticPlot::Create(std::uint32_t style, const Rect& place, ParentWindow parent,
+                          unsigned id) {
+  const bool created =
+      window_.CreateChild(kind_.window_class, kSunkenEdges, style, place, parent, id);
+  client_ = window_.GetClientRect();
+  if (created) InvalidateCtrl();
+}
+
+void MagneticPlot::AddTrackPoint(const MagneticPoint& point) {
+  track_points_.push_back(point);
+  if (!DrawAtOnce(point, kind_.track_color)) {
+    CountMissed();
+    if (missed_ > kind_.missed_limit) {
+      missed_ = 0;
+      ZoomAll();
+    }
+  }
+  // Deliberate: with a scale that shows next to nothing each new point counts as missed, within the
+  // view too, and one outside of it counts twice.
+  if (std::fabs(view_.scale) < kSmallestScale || std::fabs(view_.scale) > kLargestTrustedScale) {
+    CountMissed();
+  }
+}
+
+void MagneticPlot::CountMissed() {
+  if (missed_ < std::numeric_limits<int>::max()) ++missed_;
+}
+
+void MagneticPlot::AddCenterPoint(const MagneticPoint& point) {
+  center_points_.push_back(point);
+  DrawAtOnce(point, kCenterColor);
+}
+
+// Whether the point lies in the view. Only its own cross is drawn, so the cost does not depend on
+// the points before it.
+bool MagneticPlot::DrawAtOnce(const MagneticPoint& point, Color color) {
+  const Point place = Place(point);
+  if (!client_.Contains(place)) return false;
+  if (points_.Exists()) {
+    const SelectedPen pen(*points_.Context(), SolidPen(1, color));
+    DrawCross(*points_.Context(), place);
+  }
+  window_.Invalidate(false);
+  return true;
+}
+
+void MagneticPlot::Clear() {
+  track_points_.clear();
+  center_points_.clear();
+  missed_ = 0;
+  InvalidateCtrl();
+  window_.Invalidate(true);
+}
+
+void MagneticPlot::ZoomAll() {
+  const auto fitted = FittedView(track_points_, kind_.vertical, client_);
+  if (!fitted) return;
+  view_ = *fitted;
+  ConfigSave();
+  InvalidateCtrl();
+  window_.Invalidate(true);
+}
+
+void MagneticPlot::DrawTrackPoints(DrawingContext* context) const {
+  if (context == nullptr) return;
+  const SelectedPen pen(*context, SolidPen(1, kind_.track_color));
+  DrawPoints(*context, track_points_);
+}
+
+void MagneticPlot::DrawCenterPoints(DrawingContext* context) const {
+  if (context == nullptr) return;
+  const SelectedPen pen(*context, SolidPen(1, kCenterColor));
+  DrawPoints(*context, center_points_);
+}
+
+void MagneticPlot::DrawPoints(DrawingContext& context,
+                              const std::vector<MagneticPoint>& points) const {
+  for (const MagneticPoint& point : points) DrawCross(context, Place(point));
+}
+
+void MagneticPlot::InvalidateCtrl() {
+  client_ = window_.GetClientRect();
+  CreateLayersOnce();
+  for (const Layer* const layer : {&face_, &points_}) {
+    if (!layer->Exists()) continue;
+    layer->Context()->SetBackgroundColor(kFieldColor);
+    layer->Context()->FillRectangle(client_, {kFieldColor});
+  }
+  if (face_.Exists()) DrawAxes(*face_.Context());
+  DrawTrackPoints(points_.Context());
+  DrawCenterPoints(points_.Context());
+}
+
+// Deliberate: the layers keep the size that they were created with, also when the window has grown
+// since.
+void MagneticPlot::CreateLayersOnce() {
+  const TakenContext<ChildWindow> window_context(window_);
+  if (window_context.get() == nullptr) return;
+  face_.CreateOnce(*window_context.get(), client_);
+  points_.CreateOnce(*window_context.get(), client_);
+}
+
+void MagneticPlot::DrawAxes(DrawingContext& face) const {
+  const Point corner = Moved({client_.left, client_.bottom}, 20, -20);
+  const SelectedPen pen(face, SolidPen(1, kAxisColor));
+  face.MoveTo(corner);
+  face.LineTo(Moved(corner, 50, 0));
+  face.LineTo(Moved(corner, 47, -3));
+  face.LineTo(Moved(corner, 47, 3));
+  face.LineTo(Moved(corner, 50, 0));
+  face.MoveTo(corner);
+  face.LineTo(Moved(corner, 0, -50));
+  face.LineTo(Moved(corner, -3, -47));
+  face.LineTo(Moved(corner, 3, -47));
+  face.LineTo(Moved(corner, 0, -50));
+
+  const SelectedFont font(face, LabelFont());
+  face.SetTextColor(kLabelColor);
+  DrawLabel(face, Moved(corner, -3, -68), kind_.vertical_label);
+  DrawLabel(face, Moved(corner, 55, -8), L"X");
+}
+
+Point MagneticPlot::Place(const MagneticPoint& point) const {
+  return ClientPoint(view_, client_, point.x, point.*kind_.vertical);
+}
+
+void MagneticPlot::WorldToClient(int world_x, int world_v, int& client_x, int& client_y) const {
+  const Point place = ClientPoint(view_, client_, world_x, world_v);
+  client_x = place.x;
+  client_y = place.y;
+}
+
+// Deliberate: the pixel's x is what the result for the world's x holds on entry.
+void MagneticPlot::ClientToWorld(int client_y, int& world_x, int& world_v) const {
+  const Point world = WorldPoint(view_, client_, {world_x, client_y});
+  world_x = world.x;
+  world_v = world.y;
+}
+
+int MagneticPlot::ConfigSave() const {
+  return SaveView(kind_, ViewFilePath(kind_, program_folder_), view_);
+}
+
+int MagneticPlot::ConfigRead() {
+  return LoadView(kind_, ViewFilePath(kind_, program_folder_), view_);
+}
+
+void MagneticPlot::Paint() {
+  DrawingContext& window_context = *window_.BeginPaint();
+  const Rect client = window_.GetClientRect();
+  Layer buffer;
+  if (buffer.CreateOnce(window_context, client)) {
+    DrawingContext& picture = *buffer.Context();
+    // A new bitmap is black, as the field is.
+    if (face_.Exists()) picture.CopyBlock(client, *face_.Context(), {0, 0}, RasterOperation::Copy);
+    if (points_.Exists()) {
+      picture.CopyBlock(client, *points_.Context(), {0, 0}, RasterOperation::Or);
+    }
+    window_context.CopyBlock(client, picture, {0, 0}, RasterOperation::Copy);
+  }
+  window_.EndPaint();
+}
+
+std::wstring MagneticPlot::CountText() const {
+  return std::to_wstring(track_points_.size()) + L" readings";
+}
+
+int DistanceOf(Point a, Point b) {
+  const double dx = static_cast<double>(std::int64_t{b.x} - a.x);
+  const double dy = static_cast<double>(std::int64_t{b.y} - a.y);
+  return TruncateSaturated(std::sqrt(dx * dx + dy * dy));
+}
+
+}  // namespace tiltpole::detail
