@@ -1,0 +1,93 @@
+// The library against the literal writing, bit for bit.
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include "calibration/adjust_access.h"
+#include "calibration/literal_calibration.h"
+#include "calibration/random_session.h"
+#include "calibration/same_bits.h"
+#include "support/message_capture.h"
+#include "tiltpole/calibration/detail/correction_fit.h"
+
+namespace tiltpole_test {
+namespace {
+
+using tiltpole::CInclineSensor_MagneticAdjust;
+using tiltpole::CSZMatrix;
+using tiltpole::Incline_MagneticCorrectParameter;
+using tiltpole::detail::ConicSummation;
+using tiltpole::detail::CorrectionFit;
+using tiltpole::detail::FastestConicSummation;
+using tiltpole::detail::PortableConicSummation;
+
+Kind AnyOf(std::initializer_list<Kind> kinds) {
+  return *rc::gen::elementOf(std::vector<Kind>(kinds));
+}
+
+CalibrationOutcome LibraryAdjust(const Session& session) {
+  const MessageCapture messages;
+  CInclineSensor_MagneticAdjust adjust;
+  for (const auto& sample : session.horizontal) adjust.Horizontal_Add(&sample);
+  for (const auto& sample : session.vertical) adjust.Vertical_Add(&sample);
+  CalibrationOutcome outcome;
+  outcome.result = adjust.Adjust();
+  outcome.par_A = adjust.GetCorrectPar_A();
+  outcome.par_B = adjust.GetCorrectPar_B();
+  outcome.trans = adjust.GetCoorTrans();
+  outcome.shown = messages.shown;
+  return outcome;
+}
+
+CorrectionOutcome LibraryMagCorrPara(const CSZMatrix& H, const CSZMatrix& V, int cap,
+                                     const ConicSummation& summation) {
+  const MessageCapture messages;
+  CorrectionOutcome outcome;
+  CorrectionFit fit(tiltpole::detail::ReadingsOf(H), tiltpole::detail::ReadingsOf(V), summation);
+  outcome.result = fit.Run(outcome.par, cap);
+  outcome.shown = messages.shown;
+  return outcome;
+}
+
+bool Agree(const CalibrationOutcome& a, const CalibrationOutcome& b) {
+  return a.result == b.result && SameBits(a.par_A, b.par_A) && SameBits(a.par_B, b.par_B) &&
+         SameBits(a.trans, b.trans) && a.shown == b.shown;
+}
+
+bool Agree(const CorrectionOutcome& a, const CorrectionOutcome& b) {
+  return a.result == b.result && SameBits(a.par, b.par) && a.shown == b.shown;
+}
+
+RC_GTEST_PROP(CalibrationAgainstTheLiteralWriting, WholeCalibrationsAgreeToTheLastBit, ()) {
+  const int H = *rc::gen::inRange(3, 120);
+  const int V = *rc::gen::inRange(3, 120);
+  const auto seed = *rc::gen::arbitrary<std::uint32_t>();
+  const auto pick = [] {
+    return AnyOf({Kind::Ideal, Kind::Noisy, Kind::SoftIron, Kind::Outliers, Kind::Alike});
+  };
+  const Session session =
+      SessionOf(RandomTurns(pick(), H, V, seed), RandomTurns(pick(), H, V, seed + 1));
+  const CalibrationOutcome literal = LiteralAdjust(session);
+  RC_CLASSIFY(literal.result == 1, "succeeded");
+  RC_ASSERT(Agree(LibraryAdjust(session), literal));
+}
+
+RC_GTEST_PROP(CalibrationAgainstTheLiteralWriting, EveryKindOfTurnAgreesUnderASmallerCap, ()) {
+  const auto kind = static_cast<Kind>(*rc::gen::inRange(0, static_cast<int>(Kind::kKinds)));
+  const auto otherKind = static_cast<Kind>(*rc::gen::inRange(0, static_cast<int>(Kind::kKinds)));
+  const Turns turns =
+      RandomTurns(kind, *rc::gen::inRange(3, 40), 5, *rc::gen::arbitrary<std::uint32_t>());
+  const Turns others =
+      RandomTurns(otherKind, 5, *rc::gen::inRange(3, 40), *rc::gen::arbitrary<std::uint32_t>());
+  const CSZMatrix H = MatrixOf(turns.horizontal);
+  const CSZMatrix V = MatrixOf(others.vertical);
+  const int cap = *rc::gen::element(4, 12, 40, 60);
+  const CorrectionOutcome literal = LiteralMagCorrPara(H, V, cap);
+  RC_CLASSIFY(literal.result == 1, "succeeded");
+  RC_CLASSIFY(literal.passes == cap, "all passes run");
+  RC_ASSERT(Agree(LibraryMagCorrPara(H, V, cap, FastestConicSummation()), literal));
+  RC_ASSERT(Agree(LibraryMagCorrPara(H, V, cap, PortableConicSummation()), literal));
+}
+
+}  // namespace
+}  // namespace tiltpole_test

@@ -1,0 +1,54 @@
+#pragma once
+
+// The ellipse fit: a conic A u^2 + B u w + C w^2 + D u + E w + F = 0 with A + C = 1 through the
+// points of one plane, by least squares on the algebraic residual.
+
+#include <cstddef>
+#include <vector>
+
+#include "tiltpole/calibration/detail/conic_sums.h"
+#include "tiltpole/calibration/detail/normal_equations.h"
+
+namespace tiltpole::detail {
+
+struct Conic {
+  double A = 0.0;
+  double B = 0.0;
+  double D = 0.0;
+  double E = 0.0;
+  double F = 0.0;
+
+  double C() const { return 1 - A; }
+
+  /// Deliberate: a conic that is not a number counts as an ellipse, since the comparison is false.
+  /// Readings with NaN therefore end in "circulating", not in "fitting failed".
+  bool IsEllipse() const { return !(B * B - 4 * A * C() >= 0); }
+
+  double CentreU() const { return (B * E - 2 * C() * D) / Denominator(); }
+  double CentreW() const { return (B * D - 2 * A * E) / Denominator(); }
+
+  /// How far a point is from fulfilling the equation, in squared counts.
+  double Residual(double u, double w) const {
+    return A * (u * u) + B * u * w + C() * (w * w) + D * u + E * w + F;
+  }
+
+ private:
+  double Denominator() const { return 4 * A * C() - B * B; }
+};
+
+/// The sums of a fit that the first axis of the plane alone decides.
+struct AxisSums {
+  double count = 0.0;
+  double u = 0.0;
+  double uu = 0.0;
+};
+AxisSums SumAxis(const std::vector<double>& u);
+
+/// The fit from its sums. @p sums is the first of one lane, the next ones @p stride apart.
+Conic SolveConic(const AxisSums& axis, const double* sums, std::size_t stride);
+
+/// Whether an ellipse can be fitted at all. Where not, the operator is told: columns first, so that
+/// an empty session is told of its missing points.
+bool CanFitEllipse(unsigned int columns, std::size_t rows);
+
+}  // namespace tiltpole::detail

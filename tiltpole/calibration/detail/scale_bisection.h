@@ -1,0 +1,72 @@
+#pragma once
+
+// The search for the scale of one axis that makes the ellipse of a turn a circle.
+
+#include "tiltpole/calibration/detail/ellipse_fit.h"
+
+namespace tiltpole::detail {
+
+/// Where a scale is searched for.
+struct Bracket {
+  double lower;
+  double upper;
+
+  double Middle() const { return (lower + upper) / 2; }
+};
+
+/// How far the coefficient C of a fit may be from 0.5, that of a circle.
+inline constexpr double kTolerance = 1e-10;
+
+/// The bracket that the fit of the unscaled readings points to. A coefficient that is not a number
+/// points nowhere, and the scale stays 1.
+Bracket BracketAround(double C);
+
+/// The ellipse fits of the points (u, base + t v) for one t after another.
+///
+/// A bisection asks for one t at a time, and each answer decides the next t. Here the t that are
+/// likely to follow are evaluated in the same pass over the samples, in the lanes of a vector, and
+/// handed out when the bisection comes to ask for just these. A wrong guess costs time and nothing
+/// else: no fit is ever used for another t than its own.
+class ScaledEllipseFits {
+ public:
+  explicit ScaledEllipseFits(const ConicSummation& summation = FastestConicSummation())
+      : summation_(&summation) {}
+
+  /// The points to fit from now on; the arrays stay the caller's. Fits of the points before are
+  /// dropped.
+  void SetPoints(const ScaledPlane& points, const AxisSums& axis);
+
+  /// The fit for @p t. @p ahead is the bracket of the bisection that asks or will ask next.
+  const Conic& At(double t, Bracket ahead);
+
+ private:
+  struct Fit {
+    double t;
+    bool solved;
+    Conic conic;
+  };
+
+  void Evaluate(double t, Bracket ahead);
+  Bracket LikelyHalf(Bracket bracket) const;
+  void ExpectRoot(const Fit& fit);
+
+  const ConicSummation* summation_;
+  ScaledPlane points_{nullptr, nullptr, nullptr, 0};
+  AxisSums axis_;
+  int fitCount_ = 0;
+  Fit fits_[kMostLanes] = {};
+  double sums_[kConicSums * kMostLanes] = {};
+  double expectedRoot_ = 1.0;
+};
+
+struct FoundScale {
+  double scale;
+  /// The steps were used up before the fit was a circle.
+  bool ranOut;
+};
+
+/// Halves the bracket until the fit is a circle, at most @p cap times. A fit that is no ellipse
+/// ends the search where it stands, without a word.
+FoundScale BisectScale(ScaledEllipseFits& fits, Bracket bracket, int cap);
+
+}  // namespace tiltpole::detail
