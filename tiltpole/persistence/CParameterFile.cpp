@@ -10,8 +10,10 @@ namespace {
 constexpr std::size_t kLongestLine = 99;  // bytes
 constexpr int kDecimals = 10;
 
+std::wstring_view UpToZero(const std::wstring& text) { return text.c_str(); }
+
 std::wstring Bracketed(const std::wstring& key) {
-  return std::wstring(L"[").append(key.c_str()).append(L"]");
+  return std::wstring(L"[").append(UpToZero(key)).append(L"]");
 }
 
 std::wstring PathBeside(const std::wstring& path) { return path + L".new"; }
@@ -91,7 +93,7 @@ int CParameterFile::ReadDouble(const std::wstring& key, double& value) const {
 }
 
 void CParameterFile::WriteString(const std::wstring& key, const std::wstring& value) {
-  WriteLine(key, value.c_str());
+  WriteLine(key, UpToZero(value));
 }
 
 void CParameterFile::WriteInt(const std::wstring& key, std::int32_t value) {
