@@ -191,18 +191,21 @@ int MagneticPlot::ConfigRead() {
 
 void MagneticPlot::Paint() {
   DrawingContext& window_context = *window_.BeginPaint();
+  ShowLayersOn(window_context);
+  window_.EndPaint();
+}
+
+void MagneticPlot::ShowLayersOn(DrawingContext& window_context) const {
   const Rect client = window_.GetClientRect();
   Layer buffer;
-  if (buffer.CreateOnce(window_context, client)) {
-    DrawingContext& picture = *buffer.Context();
-    // A new bitmap is black, as the field is.
-    if (face_.Exists()) picture.CopyBlock(client, *face_.Context(), {0, 0}, RasterOperation::Copy);
-    if (points_.Exists()) {
-      picture.CopyBlock(client, *points_.Context(), {0, 0}, RasterOperation::Or);
-    }
-    window_context.CopyBlock(client, picture, {0, 0}, RasterOperation::Copy);
+  if (!buffer.CreateOnce(window_context, client)) return;
+  DrawingContext& picture = *buffer.Context();
+  // Where a layer is missing or too small the picture stays as a new one is, black like the field.
+  if (face_.Exists()) picture.CopyBlock(client, *face_.Context(), {0, 0}, RasterOperation::Copy);
+  if (points_.Exists()) {
+    picture.CopyBlock(client, *points_.Context(), {0, 0}, RasterOperation::Or);
   }
-  window_.EndPaint();
+  window_context.CopyBlock(client, picture, {0, 0}, RasterOperation::Copy);
 }
 
 std::wstring MagneticPlot::CountText() const {

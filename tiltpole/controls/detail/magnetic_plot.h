@@ -39,6 +39,7 @@ class MagneticPlot {
   bool DrawAtOnce(const MagneticPoint& point, Color color);
   void CountMissed();
   void CreateLayersOnce();
+  void ShowLayersOn(DrawingContext& window_context) const;
   void DrawAxes(DrawingContext& face) const;
 
   ChildWindow& window_;

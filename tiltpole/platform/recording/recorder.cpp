@@ -12,7 +12,6 @@ Recorder& Recorder::Instance() {
 void Recorder::Reset() { *this = Recorder(); }
 
 void Recorder::Write(const std::string& line) {
-  ++calls;
   if (keeps_lines) lines_.push_back(line);
 }
 

@@ -33,6 +33,7 @@ class Recorder {
   int taken_contexts = 0;
   int next_context = 1;
   int next_bitmap = 1;
+  /// Calls of drawing contexts.
   long long calls = 0;
 
  private:

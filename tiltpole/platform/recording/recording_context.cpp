@@ -44,6 +44,15 @@ constexpr const char* kOwnBitmap = "own bitmap";
 
 }  // namespace
 
+// Where the lines are not kept, they are not even made.
+template <typename MakeLine>
+void RecordingContext::Write(MakeLine make_line) {
+  ++TheRecorder().calls;
+  if (!TheRecorder().keeps_lines) return;
+  lines_.push_back(make_line());
+  TheRecorder().Write(name_ + ": " + lines_.back());
+}
+
 RecordingBitmap::RecordingBitmap(std::string bitmap_name, Size bitmap_size)
     : name(std::move(bitmap_name)), size(bitmap_size) {
   if (name != kOwnBitmap) ++TheRecorder().living_bitmaps;
@@ -74,7 +83,7 @@ RecordingContext::~RecordingContext() {
 std::unique_ptr<DrawingContext> RecordingContext::CreateCompatibleContext() {
   if (!TheRecorder().has_resources) return nullptr;
   auto context = std::make_unique<RecordingContext>();
-  Write("create " + context->Name());
+  Write([&] { return "create " + context->Name(); });
   return context;
 }
 
@@ -82,7 +91,9 @@ std::unique_ptr<Bitmap> RecordingContext::CreateCompatibleBitmap(int width, int 
   if (!TheRecorder().has_resources) return nullptr;
   auto bitmap = std::make_unique<RecordingBitmap>(
       "bitmap " + std::to_string(TheRecorder().next_bitmap++), Size{width, height});
-  Write("create " + bitmap->name + " of " + std::to_string(width) + "x" + std::to_string(height));
+  Write([&] {
+    return "create " + bitmap->name + " of " + std::to_string(width) + "x" + std::to_string(height);
+  });
   return bitmap;
 }
 
@@ -91,67 +102,75 @@ Bitmap* RecordingContext::SelectBitmap(Bitmap* bitmap) {
   if (selected == nullptr) return bitmap_;
   if (name_ == "window") TheRecorder().WriteMisuse("a bitmap selected into the window");
   if (selected->selected) TheRecorder().WriteMisuse(selected->name + " selected twice");
-  Write("select " + selected->name);
+  Write([&] { return "select " + selected->name; });
   bitmap_->selected = false;
   selected->selected = true;
   return std::exchange(bitmap_, selected);
 }
 
 Pen RecordingContext::SelectPen(const Pen& pen) {
-  Write(pen.style == Pen::Style::Null
-            ? "pen null"
-            : "pen solid " + std::to_string(pen.width) + " " + Show(pen.color));
+  Write([&] {
+    return pen.style == Pen::Style::Null
+               ? "pen null"
+               : "pen solid " + std::to_string(pen.width) + " " + Show(pen.color);
+  });
   return std::exchange(pen_, pen);
 }
 
 Brush RecordingContext::SelectBrush(const Brush& brush) {
-  Write("brush " + Show(brush.color));
+  Write([&] { return "brush " + Show(brush.color); });
   return std::exchange(brush_, brush);
 }
 
 Font RecordingContext::SelectFont(const Font& font) {
-  Write(Show(font));
+  Write([&] { return Show(font); });
   return std::exchange(font_, font);
 }
 
 Color RecordingContext::SetTextColor(Color color) {
-  Write("text colour " + Show(color));
+  Write([&] { return "text colour " + Show(color); });
   return std::exchange(text_color_, color);
 }
 
 Color RecordingContext::SetBackgroundColor(Color color) {
-  Write("background colour " + Show(color));
+  Write([&] { return "background colour " + Show(color); });
   return std::exchange(background_color_, color);
 }
 
 BackgroundMode RecordingContext::SetBackgroundMode(BackgroundMode mode) {
-  Write(mode == BackgroundMode::Opaque ? "background opaque" : "background transparent");
+  Write([&] {
+    return mode == BackgroundMode::Opaque ? "background opaque" : "background transparent";
+  });
   return std::exchange(background_mode_, mode);
 }
 
 void RecordingContext::MoveTo(Point point) { position_ = point; }
 
 void RecordingContext::LineTo(Point point) {
-  Write("line " + Show(position_) + "-" + Show(point));
+  Write([&] { return "line " + Show(position_) + "-" + Show(point); });
   position_ = point;
 }
 
-void RecordingContext::DrawRectangle(const Rect& box) { Write("rectangle " + Show(box)); }
+void RecordingContext::DrawRectangle(const Rect& box) {
+  Write([&] { return "rectangle " + Show(box); });
+}
 
-void RecordingContext::DrawEllipse(const Rect& box) { Write("ellipse " + Show(box)); }
+void RecordingContext::DrawEllipse(const Rect& box) {
+  Write([&] { return "ellipse " + Show(box); });
+}
 
 void RecordingContext::DrawPolygon(const Point* corners, int count) {
   std::string line = "polygon";
   for (int i = 0; i < count; ++i) line += " " + Show(corners[i]);
-  Write(line);
+  Write([&] { return line; });
 }
 
 void RecordingContext::FillRectangle(const Rect& box, const Brush& brush) {
-  Write("fill " + Show(box) + " " + Show(brush.color));
+  Write([&] { return "fill " + Show(box) + " " + Show(brush.color); });
 }
 
 void RecordingContext::DrawCenteredText(const std::wstring& text, const Rect& box) {
-  Write("text " + Show(text) + " centred in " + Show(box));
+  Write([&] { return "text " + Show(text) + " centred in " + Show(box); });
 }
 
 void RecordingContext::DrawTextAt(Point point, TextClip clip, const Rect* clip_box,
@@ -159,21 +178,18 @@ void RecordingContext::DrawTextAt(Point point, TextClip clip, const Rect* clip_b
   std::string line = "text " + Show(text) + " at " + Show(point);
   if (clip == TextClip::Clipped) line += " clipped";
   if (clip_box != nullptr) line += " to " + Show(*clip_box);
-  Write(line);
+  Write([&] { return line; });
 }
 
 void RecordingContext::CopyBlock(const Rect& place, DrawingContext& source, Point source_corner,
                                  RasterOperation operation) {
-  Write((operation == RasterOperation::Copy ? "copy to " : "or onto ") + Show(place) + " from " +
-        static_cast<RecordingContext&>(source).Name() + " " + Show(source_corner));
+  Write([&] {
+    return (operation == RasterOperation::Copy ? "copy to " : "or onto ") + Show(place) + " from " +
+           static_cast<RecordingContext&>(source).Name() + " " + Show(source_corner);
+  });
 }
 
 std::vector<std::string> RecordingContext::TakeLines() { return std::exchange(lines_, {}); }
-
-void RecordingContext::Write(const std::string& line) {
-  if (TheRecorder().keeps_lines) lines_.push_back(line);
-  TheRecorder().Write(name_ + ": " + line);
-}
 
 Color SystemButtonFaceColor() { return Rgb(240, 240, 240); }
 

@@ -55,7 +55,8 @@ class RecordingContext final : public DrawingContext {
   std::vector<std::string> TakeLines();
 
  private:
-  void Write(const std::string& line);
+  template <typename MakeLine>
+  void Write(MakeLine make_line);
 
   const std::string name_;
   std::vector<std::string> lines_;

@@ -1,7 +1,7 @@
 #include "tiltpole/platform/recording/window_recording.h"
 
 #include <algorithm>
-#include <set>
+#include <sstream>
 
 #include "tiltpole/platform/recording/recorder.h"
 
@@ -10,11 +10,10 @@ namespace {
 
 void Write(const std::string& line) { Recorder::Instance().Write("window: " + line); }
 
-void RegisterAtFirstUse(const std::wstring& window_class) {
-  static std::set<std::wstring> registered;
-  if (registered.insert(window_class).second) {
-    Write("register class " + std::string(window_class.begin(), window_class.end()));
-  }
+std::string Hexadecimal(std::uint32_t bits) {
+  std::ostringstream stream;
+  stream << "0x" << std::hex << bits;
+  return stream.str();
 }
 
 // A client edge of two pixels and a static edge of one stand between the window and its client
@@ -116,11 +115,10 @@ int ChildWindow::OnEraseBkgnd(DrawingContext* /*context*/) { return 0; }
 bool ChildWindow::CreateChild(const wchar_t* window_class, std::uint32_t extended_style,
                               std::uint32_t style, const Rect& place, ParentWindow parent,
                               unsigned id) {
-  RegisterAtFirstUse(window_class);
   if (!can_be_created || Exists()) return false;
   const std::wstring name = window_class;
   Write("create class " + std::string(name.begin(), name.end()) + " styles " +
-        std::to_string(extended_style) + " " + std::to_string(style) + " at (" +
+        Hexadecimal(extended_style) + " " + Hexadecimal(style) + " at (" +
         std::to_string(place.left) + "," + std::to_string(place.top) + ") of " +
         std::to_string(place.Width()) + "x" + std::to_string(place.Height()) + " in " +
         (parent == nullptr ? "none" : parent) + " id " + std::to_string(id));
