@@ -23,61 +23,100 @@ struct Column {
 };
 
 /// Inverts in place by Gauss-Jordan elimination with complete pivoting.
-/// @return false if the matrix counts as singular: its largest element left vanishes beside 1.
 template <std::size_t N>
-bool Invert(Square<N>& matrix) {
-  auto& w = matrix.at;
-  std::size_t pivotRow[N];
-  std::size_t pivotColumn[N];
-  for (std::size_t k = 0; k < N; ++k) {
-    double largest = 0.0;
-    for (std::size_t i = k; i < N; ++i) {
-      for (std::size_t j = k; j < N; ++j) {
-        const double size = std::fabs(w[i][j]);
-        if (size > largest) {
-          largest = size;
-          pivotRow[k] = i;
-          pivotColumn[k] = j;
-        }
-      }
-    }
+class Inversion {
+ public:
+  /// @return false if the matrix counts as singular: its largest element left vanishes beside 1.
+  static bool Invert(Square<N>& matrix) {
+    return Inversion(matrix).Run(std::make_index_sequence<N>());
+  }
+
+ private:
+  explicit Inversion(Square<N>& matrix) : w_(matrix.at) {}
+
+  // The steps are written out one by one, so that the compiler knows the bounds of every loop.
+  template <std::size_t... K>
+  bool Run(std::index_sequence<K...>) {
+    const bool regular = (Eliminate<K>() && ...);
+    if (regular) (UndoInterchange<N - 1 - K>(), ...);
+    return regular;
+  }
+
+  template <std::size_t K>
+  bool Eliminate() {
+    const double largest = Largest<K>();
     if (largest + 1.0 == 1.0) return false;
-    if (pivotRow[k] != k) {
-      for (std::size_t j = 0; j < N; ++j) std::swap(w[k][j], w[pivotRow[k]][j]);
-    }
-    if (pivotColumn[k] != k) {
-      for (std::size_t i = 0; i < N; ++i) std::swap(w[i][k], w[i][pivotColumn[k]]);
-    }
-    w[k][k] = 1.0 / w[k][k];
-    for (std::size_t j = 0; j < N; ++j) {
-      if (j != k) w[k][j] = w[k][j] * w[k][k];
-    }
+    FindPivot<K>(largest);
+    if (pivotRow_[K] != K) SwapRows(K, pivotRow_[K]);
+    if (pivotColumn_[K] != K) SwapColumns(K, pivotColumn_[K]);
+    // Row and column K are worked out whole and their pivot entries set right afterwards: loops
+    // without a gap turn into vectors.
+    const double pivot = 1.0 / w_[K][K];
+    for (std::size_t j = 0; j < N; ++j) w_[K][j] = w_[K][j] * pivot;
+    w_[K][K] = pivot;
     for (std::size_t i = 0; i < N; ++i) {
-      if (i == k) continue;
-      for (std::size_t j = 0; j < N; ++j) {
-        if (j != k) w[i][j] = w[i][j] - w[i][k] * w[k][j];
+      if (i == K) continue;
+      const double factor = w_[i][K];
+      for (std::size_t j = 0; j < N; ++j) w_[i][j] = w_[i][j] - factor * w_[K][j];
+      w_[i][K] = -factor * pivot;
+    }
+    return true;
+  }
+
+  /// The largest absolute value from row and column K on, 0 at least; NaN never is the largest.
+  /// Column by column, so that the comparisons need not wait for each other.
+  template <std::size_t K>
+  double Largest() const {
+    double inColumn[N] = {};
+    for (std::size_t i = K; i < N; ++i) {
+      for (std::size_t j = K; j < N; ++j) {
+        const double size = std::fabs(w_[i][j]);
+        inColumn[j] = size > inColumn[j] ? size : inColumn[j];
       }
     }
-    for (std::size_t i = 0; i < N; ++i) {
-      if (i != k) w[i][k] = -w[i][k] * w[k][k];
+    double largest = 0.0;
+    for (std::size_t j = K; j < N; ++j) largest = inColumn[j] > largest ? inColumn[j] : largest;
+    return largest;
+  }
+
+  /// Where, row by row, that value comes first.
+  template <std::size_t K>
+  void FindPivot(double largest) {
+    for (std::size_t i = K; i < N; ++i) {
+      for (std::size_t j = K; j < N; ++j) {
+        if (std::fabs(w_[i][j]) != largest) continue;
+        pivotRow_[K] = i;
+        pivotColumn_[K] = j;
+        return;
+      }
     }
   }
-  for (std::size_t k = N; k-- > 0;) {
-    if (pivotColumn[k] != k) {
-      for (std::size_t j = 0; j < N; ++j) std::swap(w[k][j], w[pivotColumn[k]][j]);
-    }
-    if (pivotRow[k] != k) {
-      for (std::size_t i = 0; i < N; ++i) std::swap(w[i][k], w[i][pivotRow[k]]);
-    }
+
+  template <std::size_t K>
+  void UndoInterchange() {
+    if (pivotColumn_[K] != K) SwapRows(K, pivotColumn_[K]);
+    if (pivotRow_[K] != K) SwapColumns(K, pivotRow_[K]);
   }
-  return true;
-}
+
+  void SwapRows(std::size_t a, std::size_t b) {
+    for (std::size_t j = 0; j < N; ++j) std::swap(w_[a][j], w_[b][j]);
+  }
+
+  void SwapColumns(std::size_t a, std::size_t b) {
+    for (std::size_t i = 0; i < N; ++i) std::swap(w_[i][a], w_[i][b]);
+  }
+
+  double (&w_)[N][N];
+  std::size_t pivotRow_[N] = {};
+  std::size_t pivotColumn_[N] = {};
+};
 
 /// The inverse of normal equations, kept for as many right-hand sides as need it.
 template <std::size_t N>
 class NormalInverse {
  public:
-  explicit NormalInverse(const Square<N>& AtA) : inverse_(AtA), regular_(Invert(inverse_)) {}
+  explicit NormalInverse(const Square<N>& AtA)
+      : inverse_(AtA), regular_(Inversion<N>::Invert(inverse_)) {}
 
   /// The solution for one right-hand side.
   ///

@@ -28,12 +28,13 @@ const Conic& ScaledEllipseFits::At(double t, Bracket ahead) {
   if (!fit.solved) {
     fit.conic = SolveConic(axis_, sums_ + lane, static_cast<std::size_t>(fitCount_));
     fit.solved = true;
-    ExpectRoot(fit);
+    latest_ = fit;
   }
   return fit.conic;
 }
 
 void ScaledEllipseFits::Evaluate(double t, Bracket ahead) {
+  ExpectRoot(latest_);
   fitCount_ = summation_->lanes;
   double scales[kMostLanes] = {t};
   if (ahead.Middle() == t) ahead = LikelyHalf(ahead);

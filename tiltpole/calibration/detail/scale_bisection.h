@@ -56,6 +56,7 @@ class ScaledEllipseFits {
   int fitCount_ = 0;
   Fit fits_[kMostLanes] = {};
   double sums_[kConicSums * kMostLanes] = {};
+  Fit latest_ = {};
   double expectedRoot_ = 1.0;
 };
 

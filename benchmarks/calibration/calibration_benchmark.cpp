@@ -1,0 +1,110 @@
+// A whole calibration by the library and by the literal writing, in one run: the ratio of the times
+// is what counts. The sums in two lanes are what a processor without AVX2 runs.
+
+#include <limits>
+
+#include <benchmark/benchmark.h>
+
+#include "calibration/literal_calibration.h"
+#include "calibration/random_session.h"
+#include "tiltpole/calibration/CInclineSensor_MagneticAdjust.h"
+#include "tiltpole/calibration/detail/correction_fit.h"
+
+namespace {
+
+using namespace tiltpole_test;
+using tiltpole::CInclineSensor_MagneticAdjust;
+
+Turns NoisyTurns(int count, std::uint64_t seed) {
+  return RandomTurns(Kind::Noisy, count, count, seed);
+}
+
+Session NoisySession(int count) { return SessionOf(NoisyTurns(count, 7), NoisyTurns(count, 8)); }
+
+// The y axis reads so low that b would have to be 2.4.
+Session BeyondTheBracket(int count) {
+  Turns turns = NoisyTurns(count, 9);
+  Random random(9);
+  Sensor sensor;
+  sensor.matrix[1][1] = 1 / 2.4;
+  sensor.noise = 1;
+  turns = {TurnAbout(2, count, 300, -400, sensor, random),
+           TurnAbout(1, count, 500, 10, sensor, random)};
+  return SessionOf(turns, turns);
+}
+
+Session WithOneNaN(int count) {
+  Session session = NoisySession(count);
+  session.horizontal[static_cast<std::size_t>(count) / 2].MagneticY_A =
+      std::numeric_limits<double>::quiet_NaN();
+  return session;
+}
+
+void Silence() {
+  tiltpole::SetMessageBoxHandler(
+      [](const std::wstring&, const std::wstring&, tiltpole::MessageIcon) {});
+}
+
+void Library(benchmark::State& state, const Session& session) {
+  Silence();
+  CInclineSensor_MagneticAdjust adjust;
+  for (const auto& sample : session.horizontal) adjust.Horizontal_Add(&sample);
+  for (const auto& sample : session.vertical) adjust.Vertical_Add(&sample);
+  for (auto _ : state) benchmark::DoNotOptimize(adjust.Adjust());
+}
+
+void LibraryInTwoLanes(benchmark::State& state, const Session& session) {
+  Silence();
+  const auto matrixOf = [](const std::vector<tiltpole::PoseSensorData>& samples, bool A) {
+    Turn turn;
+    for (const auto& s : samples) {
+      turn.push_back(A ? Reading{s.MagneticX_A, s.MagneticY_A, s.MagneticZ_A}
+                       : Reading{s.MagneticX_B, s.MagneticY_B, s.MagneticZ_B});
+    }
+    return MatrixOf(turn);
+  };
+  for (auto _ : state) {
+    for (const bool A : {true, false}) {
+      tiltpole::Incline_MagneticCorrectParameter par;
+      tiltpole::detail::CorrectionFit fit(
+          tiltpole::detail::ReadingsOf(matrixOf(session.horizontal, A)),
+          tiltpole::detail::ReadingsOf(matrixOf(session.vertical, A)),
+          tiltpole::detail::PortableConicSummation());
+      if (fit.Run(par) == 0) break;
+      benchmark::DoNotOptimize(par);
+    }
+  }
+}
+
+void Literal(benchmark::State& state, const Session& session) {
+  CalibrationOutcome outcome;
+  for (auto _ : state) benchmark::DoNotOptimize(outcome = LiteralAdjust(session));
+  state.counters["passes"] = outcome.passes;
+  state.counters["ellipse_fits"] = static_cast<double>(outcome.ellipseFits);
+  state.counters["line_fits"] = static_cast<double>(outcome.lineFits);
+}
+
+void LiteralWithCSZMatrix(benchmark::State& state, const Session& session) {
+  for (auto _ : state) benchmark::DoNotOptimize(LiteralAdjustWithCSZMatrix(session));
+}
+
+const Session kNoisy60 = NoisySession(60);
+const Session kNoisy360 = NoisySession(360);
+const Session kNoisy2000 = NoisySession(2000);
+const Session kBeyond = BeyondTheBracket(60);
+const Session kNaN = WithOneNaN(12);
+
+#define ALL_WAYS(session)                                                                \
+  BENCHMARK_CAPTURE(Library, session, session)->Unit(benchmark::kMicrosecond);           \
+  BENCHMARK_CAPTURE(LibraryInTwoLanes, session, session)->Unit(benchmark::kMicrosecond); \
+  BENCHMARK_CAPTURE(Literal, session, session)->Unit(benchmark::kMicrosecond);           \
+  BENCHMARK_CAPTURE(LiteralWithCSZMatrix, session, session)->Unit(benchmark::kMicrosecond)
+
+ALL_WAYS(kNoisy60);
+ALL_WAYS(kNoisy360);
+ALL_WAYS(kNoisy2000);
+ALL_WAYS(kBeyond);
+BENCHMARK_CAPTURE(Library, kNaN, kNaN)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Literal, kNaN, kNaN)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
