@@ -1,0 +1,100 @@
+// The smallest host on Qt: one dialog with the five controls, fed from a session file.
+// usage: qt_dialog SESSION.csv [SCREENSHOT.png]
+
+#include <QApplication>
+#include <QGridLayout>
+#include <QTimer>
+#include <cstdio>
+#include <exception>
+#include <iostream>
+
+#include "apps/session/input_file.h"
+#include "apps/session/session_reader.h"
+#include "tiltpole/controls/CGraphCompass.h"
+#include "tiltpole/controls/CGraphIncline_Left.h"
+#include "tiltpole/controls/CGraphIncline_Right.h"
+#include "tiltpole/controls/CGraphMagnetic_XY.h"
+#include "tiltpole/controls/CGraphMagnetic_XZ.h"
+#include "tiltpole/positioning/CInclineSensor_Position.h"
+
+namespace {
+
+using tiltpole::session::SampleSet;
+
+// [dialog]
+class Dialog : public QWidget {
+ public:
+  Dialog() {
+    auto* layout = new QGridLayout(this);
+    compass.setMinimumSize(300, 300);
+    layout->addWidget(&compass, 0, 0);
+    layout->addWidget(&left, 0, 1);
+    layout->addWidget(&right, 0, 2);
+    constexpr std::uint32_t kVisibleChild = 0x50000000;
+    turn_about_z.Create(L"", L"", kVisibleChild, {0, 0, 300, 300}, this, 1);
+    turn_about_y.Create(L"", L"", kVisibleChild, {0, 0, 300, 300}, this, 2);
+    // A plot keeps the size that it was created with.
+    turn_about_z.setFixedSize(turn_about_z.size());
+    turn_about_y.setFixedSize(turn_about_y.size());
+    layout->addWidget(&turn_about_z, 1, 0);
+    layout->addWidget(&turn_about_y, 1, 1, 1, 2);
+  }
+
+  tiltpole::CGraphCompass compass;
+  tiltpole::CGraphIncline_Left left;
+  tiltpole::CGraphIncline_Right right;
+  tiltpole::CGraphMagnetic_XY turn_about_z;
+  tiltpole::CGraphMagnetic_XZ turn_about_y;
+};
+// [dialog]
+
+tiltpole::MagneticPoint ReadingOf(const tiltpole::PoseSensorData& sample) {
+  return {static_cast<int>(sample.MagneticX_A), static_cast<int>(sample.MagneticY_A),
+          static_cast<int>(sample.MagneticZ_A)};
+}
+
+// The plots show the two turns, the dials the last sample.
+void Feed(Dialog& dialog, tiltpole::session::SessionReader& session) {
+  tiltpole::CInclineSensor_Position solver;
+  tiltpole::session::SessionSample sample;
+  tiltpole::xyhCoordinate tip;
+  while (session.Next(sample)) {
+    const tiltpole::MagneticPoint raw = ReadingOf(sample.sensors);
+    if (sample.set == SampleSet::Horizontal) dialog.turn_about_z.AddTrackPoint(raw.x, raw.y, raw.z);
+    if (sample.set == SampleSet::Vertical) dialog.turn_about_y.AddTrackPoint(raw.x, raw.y, raw.z);
+    solver.Position(sample.sensors, 2.0, tip);
+  }
+  const double tilt =
+      90.0 - solver.GetAngleofPoletoHorizontal(sample.sensors.InclineX, sample.sensors.InclineY);
+  dialog.compass.SetValue(sample.sensors.Yaw_A);
+  dialog.compass.SetFix(0);
+  dialog.left.SetValue(tilt);
+  dialog.right.SetValue(360.0 - tilt);
+  dialog.turn_about_z.ZoomAll();
+  dialog.turn_about_y.ZoomAll();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) try {
+  const QApplication application(argc, argv);
+  if (argc < 2) {
+    std::fputs("usage: qt_dialog SESSION.csv [SCREENSHOT.png]\n", stderr);
+    return 2;
+  }
+  Dialog dialog;
+  tiltpole::session::InputFile file(argv[1], std::cin);
+  tiltpole::session::SessionReader session(file.Stream(), file.Name());
+  Feed(dialog, session);
+  dialog.show();
+  if (argc > 2) {
+    const QString screenshot = QString::fromLocal8Bit(argv[2]);
+    QTimer::singleShot(200, &dialog, [&dialog, screenshot] {
+      QApplication::exit(dialog.grab().save(screenshot) ? 0 : 1);
+    });
+  }
+  return QApplication::exec();
+} catch (const std::exception& error) {
+  std::fprintf(stderr, "%s\n", error.what());
+  return 2;
+}
