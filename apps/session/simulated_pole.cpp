@@ -21,7 +21,7 @@ Incline_MagneticCorrectParameter TrueCorrection(const MagnetometerErrors& errors
 
 MagnetometerErrors TypicalErrors_A() {
   MagnetometerErrors errors;
-  errors.offset = {60.0, -45.0, 30.0};
+  errors.offset = {600.0, -450.0, 300.0};
   errors.scale_y = 0.94;
   errors.scale_z = 1.07;
   errors.cross_yx = 0.03;
@@ -32,7 +32,7 @@ MagnetometerErrors TypicalErrors_A() {
 
 MagnetometerErrors TypicalErrors_B() {
   MagnetometerErrors errors;
-  errors.offset = {-35.0, 50.0, -70.0};
+  errors.offset = {-350.0, 500.0, -700.0};
   errors.scale_y = 1.05;
   errors.scale_z = 0.92;
   errors.cross_yx = -0.025;

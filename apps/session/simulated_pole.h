@@ -39,10 +39,13 @@ MagnetometerErrors TypicalErrors_A();
 MagnetometerErrors TypicalErrors_B();
 
 /// The pole, its sensors and the field around it.
+///
+/// A field of 5000 counts suits the library's fixed limits: its 300 counts between the two
+/// magnetometers are then about five degrees of heading, well above the sensors' noise.
 struct PoleSettings {
-  double pole_length = 2.0;       ///< antenna to tip [m]
-  double field_strength = 500.0;  ///< of the whole field [counts]
-  double dip = 65.0;              ///< of the field below the horizontal plane [degrees]
+  double pole_length = 2.0;        ///< antenna to tip [m]
+  double field_strength = 5000.0;  ///< of the whole field [counts]
+  double dip = 65.0;               ///< of the field below the horizontal plane [degrees]
   MagnetometerErrors errors_a;
   MagnetometerErrors errors_b;
   double tilt_noise = 0.0;  ///< standard deviation of each tilt [degrees]

@@ -1,0 +1,63 @@
+#include "apps/tiltpole/command_line.h"
+
+#include <exception>
+#include <new>
+
+#include <CLI/CLI.hpp>
+
+#include "apps/session/input_error.h"
+#include "apps/tiltpole/commands/commands.h"
+#include "apps/tiltpole/messages.h"
+#include "tiltpole/version.h"
+
+namespace tiltpole::cli {
+namespace {
+
+using AddCommand = void (*)(CLI::App&, Action&);
+constexpr AddCommand kCommands[] = {AddSimulate, AddCalibrate, AddMeasure,
+                                    AddScreen,   AddParams,    AddTransform};
+
+constexpr const char* kFooter =
+    "Files are CSV with a header row; '-' stands for standard input or output. An output file\n"
+    "appears whole or not at all.\n"
+    "Exit status: 0 done; 1 the data could not be used, the messages say why; 2 wrong usage,\n"
+    "unreadable input or an output that cannot be written.";
+
+int RunAction(const Action& action, Console& console) {
+  const MessagesToStream messages(console.err);
+  const auto fail = [&console](const char* what, int status) {
+    console.err << "tiltpole: " << what << std::endl;
+    return status;
+  };
+  try {
+    return action(console);
+  } catch (const DataError& error) {
+    return fail(error.what(), kDataUnusable);
+  } catch (const std::bad_alloc&) {
+    return fail("there is not enough memory", kWrongUsage);
+  } catch (const std::exception& error) {
+    return fail(error.what(), kWrongUsage);
+  }
+}
+
+}  // namespace
+
+int RunCommandLine(const std::vector<std::string>& arguments, Console& console) {
+  CLI::App program("Measure with a tilted survey pole.", "tiltpole");
+  program.set_version_flag("--version", "tiltpole " TILTPOLE_VERSION);
+  program.require_subcommand(1);
+  program.footer(kFooter);
+  Action action;
+  for (const AddCommand add : kCommands) add(program, action);
+
+  // The parser takes its arguments from the back.
+  std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
+  try {
+    program.parse(reversed);
+  } catch (const CLI::ParseError& error) {
+    return program.exit(error, console.out, console.err) == 0 ? kDone : kWrongUsage;
+  }
+  return RunAction(action, console);
+}
+
+}  // namespace tiltpole::cli

@@ -1,0 +1,142 @@
+#include "apps/tiltpole/parameter_file.h"
+
+#include <array>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+
+#include "apps/session/input_error.h"
+#include "apps/session/input_file.h"
+#include "apps/session/number_text.h"
+#include "apps/session/output_file.h"
+#include "apps/tiltpole/console.h"
+#include "tiltpole/persistence/CParameterFile.h"
+
+namespace tiltpole::cli {
+namespace fs = std::filesystem;
+using session::InputError;
+using session::Quoted;
+namespace {
+
+constexpr std::array<const char*, 21> kKeys = {
+    "MagneticA.a",        "MagneticA.b",  "MagneticA.c",  "MagneticA.d",  "MagneticA.e",
+    "MagneticA.x0",       "MagneticA.y0", "MagneticA.z0", "MagneticB.a",  "MagneticB.b",
+    "MagneticB.c",        "MagneticB.d",  "MagneticB.e",  "MagneticB.x0", "MagneticB.y0",
+    "MagneticB.z0",       "CoorTrans.dX", "CoorTrans.dY", "CoorTrans.dZ", "MagneticBiasAngle_A",
+    "MagneticBiasAngle_B"};
+
+std::wstring Wide(const std::string& ascii) { return {ascii.begin(), ascii.end()}; }
+
+std::string Narrow(const std::wstring& text) {
+  std::string result;
+  for (const wchar_t sign : text) result += sign > 0 && sign < 0x7f ? static_cast<char>(sign) : '?';
+  return result;
+}
+
+void CheckEntry(const CParameterFile& file, const std::string& key, ParameterFileContent& content) {
+  std::wstring text;
+  if (file.ReadString(Wide(key), text) == 0) {
+    content.problems.push_back(key + " is missing");
+    return;
+  }
+  double value = 0.0;
+  file.ReadDouble(Wide(key), value);
+  content.entries.push_back({key, value});
+  if (!session::ParseNumber(Narrow(text))) {
+    content.problems.push_back(key + " is " + Quoted(Narrow(text)) +
+                               "; expected a finite decimal number");
+  }
+}
+
+void WarnOfDuplicates(const std::string& path, std::vector<std::string>& warnings) {
+  std::ifstream in(fs::u8path(path), std::ios::binary);
+  const std::string text(std::istreambuf_iterator<char>(in), {});
+  for (const std::string key : kKeys) {
+    const std::string entry = "[" + key + "]";
+    const std::size_t first = text.find(entry);
+    if (first == std::string::npos) continue;
+    if (text.find(entry, first + 1) != std::string::npos) {
+      warnings.push_back(key + " stands there more than once; the first counts");
+    }
+  }
+}
+
+void WarnOfOddCorrection(const std::string& name, const Incline_MagneticCorrectParameter& par,
+                         std::vector<std::string>& warnings) {
+  for (const auto& [field, scale] : {std::pair{".b", par.b}, std::pair{".e", par.e}}) {
+    if (scale <= 0.0 || scale > 2.0) {
+      warnings.push_back(name + field + " is " + session::FixedText(scale, 4) +
+                         "; a calibration gives scales between 0 and 2");
+    }
+  }
+  if (std::fabs(par.a) > 1.0 || std::fabs(par.c) > 1.0 || std::fabs(par.d) > 1.0) {
+    warnings.push_back(name + ": a cross term is beyond 1");
+  }
+}
+
+bool IsDefault(const Incline_MagneticCorrectParameter& par) {
+  return par.x0 == 0.0 && par.y0 == 0.0 && par.z0 == 0.0 && par.a == 0.0 && par.c == 0.0 &&
+         par.d == 0.0 && par.b == 1.0 && par.e == 1.0;
+}
+
+void WarnOfOddValues(ParameterFileContent& content) {
+  const auto par_a = content.position.GetMagneticCorrectPar_A();
+  const auto par_b = content.position.GetMagneticCorrectPar_B();
+  WarnOfOddCorrection("MagneticA", par_a, content.warnings);
+  WarnOfOddCorrection("MagneticB", par_b, content.warnings);
+  if (IsDefault(par_a) && IsDefault(par_b)) {
+    content.warnings.emplace_back("both corrections are the default: nothing is calibrated");
+  }
+}
+
+std::string Joined(const std::vector<std::string>& parts) {
+  std::string text;
+  for (const auto& part : parts) text += (text.empty() ? "" : "; ") + part;
+  return text;
+}
+
+}  // namespace
+
+ParameterFileContent ReadParameterFile(const std::string& path) {
+  // Says why a path cannot be opened, which the library does not.
+  std::istringstream no_standard_input;
+  const session::InputFile openable(path, no_standard_input);
+  const std::wstring wide_path = fs::u8path(path).wstring();
+  ParameterFileContent content;
+  CParameterFile file;
+  if (file.OpenForRead(wide_path) == 0 || content.position.ConfigRead(wide_path) == 0) {
+    throw InputError(path, "cannot be read");
+  }
+  for (const char* const key : kKeys) CheckEntry(file, key, content);
+  if (content.entries.empty()) {
+    throw InputError(path, "is no parameter file; expected entries such as [MagneticA.a]0.0");
+  }
+  WarnOfDuplicates(path, content.warnings);
+  WarnOfOddValues(content);
+  return content;
+}
+
+CInclineSensor_Position ReadUsableParameters(const std::string& path, std::ostream& warnings) {
+  const ParameterFileContent content = ReadParameterFile(path);
+  if (!content.problems.empty()) throw DataError(path + ": " + Joined(content.problems));
+  for (const auto& warning : content.warnings) {
+    warnings << "tiltpole: " << path << ": " << warning << '\n';
+  }
+  return content.position;
+}
+
+void WriteParameterFile(const std::string& path, CInclineSensor_Position& position) {
+  session::PendingFile pending(path);
+  if (position.ConfigSave(pending.Path().wstring()) == 0) {
+    throw session::OutputError(path + ": cannot be opened for writing");
+  }
+  // Saving does not report a full disk.
+  if (!ReadParameterFile(pending.Path().u8string()).problems.empty()) {
+    throw session::OutputError(path + ": cannot be written to its end");
+  }
+  pending.Commit();
+}
+
+}  // namespace tiltpole::cli

@@ -1,0 +1,193 @@
+#include <cmath>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "apps/session/session_reader.h"
+#include "apps/session/session_writer.h"
+#include "apps/tiltpole/parameter_file.h"
+#include "apps/tiltpole/turn_scatter.h"
+#include "program.h"
+#include "temporary_folder.h"
+
+namespace {
+
+using tiltpole::MagneticReading;
+using tiltpole::cli::ReadParameterFile;
+using tiltpole::cli::ScatterAfter;
+using tiltpole::cli::ScatterBefore;
+using tiltpole::cli::TurnPlane;
+using tiltpole::session::SampleSet;
+using tiltpole::session::SessionReader;
+using tiltpole::session::SessionSample;
+using tiltpole::session::SessionWriter;
+using tiltpole_test::RunProgram;
+using tiltpole_test::TemporaryFolder;
+
+const std::string kHeader =
+    "set,time,incline_x,incline_y,mag_x_a,mag_y_a,mag_z_a,mag_x_b,mag_y_b,mag_z_b\n";
+
+std::string Simulated(const std::vector<std::string>& further = {}) {
+  std::vector<std::string> arguments = {"simulate"};
+  arguments.insert(arguments.end(), further.begin(), further.end());
+  return RunProgram(arguments).out;
+}
+
+/// The rows of a session that belong to some sets, at most so many of each.
+std::string Only(const std::string& session, const std::vector<SampleSet>& sets, int most) {
+  std::istringstream in(session);
+  std::ostringstream out;
+  SessionReader reader(in, "session");
+  SessionWriter writer(out, reader.Columns());
+  SessionSample sample;
+  int counts[3] = {0, 0, 0};
+  while (reader.Next(sample)) {
+    for (const auto set : sets) {
+      if (sample.set == set && counts[static_cast<int>(set)]++ < most) writer.Write(sample);
+    }
+  }
+  return out.str();
+}
+
+TEST(Calibrate, IdealTurnsGiveTheTrueParameters) {
+  const TemporaryFolder folder;
+  RunProgram({"simulate", "--ideal", "--offset-a", "600", "-450", "300", "--scale-b", "1.2", "0.9",
+              "-o", folder.File("block.csv"), "--true-params", folder.File("true.txt")});
+  const auto run =
+      RunProgram({"calibrate", folder.File("block.csv"), "-o", folder.File("fitted.txt")});
+  ASSERT_EQ(run.status, 0) << run.err;
+  const auto truth = ReadParameterFile(folder.File("true.txt"));
+  const auto fitted = ReadParameterFile(folder.File("fitted.txt"));
+  ASSERT_EQ(fitted.entries.size(), truth.entries.size());
+  for (std::size_t i = 0; i < truth.entries.size(); ++i) {
+    EXPECT_NEAR(fitted.entries[i].value, truth.entries[i].value, 1e-6) << truth.entries[i].key;
+  }
+}
+
+TEST(Calibrate, PrintsTheParametersAndTheScatterOfTheRadius) {
+  const TemporaryFolder folder;
+  const auto run = RunProgram({"calibrate", "-", "-o", folder.File("pole.txt")}, Simulated());
+  ASSERT_EQ(run.status, 0) << run.err;
+  for (const char* const text : {"parameter", "x0", "translation: dX", "A horizontal", "A vertical",
+                                 "B horizontal", "B vertical", "mean before", "mean after"}) {
+    EXPECT_NE(run.out.find(text), std::string::npos) << text;
+  }
+}
+
+TEST(Calibrate, GivesJson) {
+  const TemporaryFolder folder;
+  const auto run =
+      RunProgram({"calibrate", "-", "-o", folder.File("pole.txt"), "--json"}, Simulated());
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out.substr(0, 1), "{");
+  EXPECT_NE(run.out.find("\"radius_after\""), std::string::npos);
+}
+
+TEST(Calibrate, ASessionWithoutVerticalTurnFailsWithTheMessagesAndKeepsTheOldFile) {
+  const TemporaryFolder folder;
+  folder.Write("pole.txt", "old");
+  const auto run = RunProgram({"calibrate", "-", "-o", folder.File("pole.txt")},
+                              Only(Simulated(), {SampleSet::Horizontal}, 1000));
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.err,
+            "tiltpole: Warning: The points less than 5, could not fit!\n"
+            "tiltpole: Warning: Ellipse fitting failed, around the Y-axis data is incorrect!\n"
+            "tiltpole: Warning: A calculation of the magnetometer calibration fails, please "
+            "recalibrate!\n"
+            "tiltpole: -: the calibration failed with 360 horizontal and 0 vertical samples\n");
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(folder.Read("pole.txt"), "old");
+  EXPECT_EQ(folder.CountFiles(), 1);
+}
+
+TEST(Calibrate, FourSamplesATurnAreTooFew) {
+  const TemporaryFolder folder;
+  const auto run = RunProgram({"calibrate", "-", "-o", folder.File("pole.txt")},
+                              Only(Simulated(), {SampleSet::Horizontal, SampleSet::Vertical}, 4));
+  EXPECT_EQ(run.status, 1);
+  EXPECT_NE(run.err.find("The points less than 5, could not fit!"), std::string::npos);
+  EXPECT_FALSE(folder.Has("pole.txt"));
+}
+
+TEST(Calibrate, ATurnWithoutRowsOfEitherSetFails) {
+  const TemporaryFolder folder;
+  const auto run = RunProgram({"calibrate", "-", "-o", folder.File("pole.txt")}, kHeader);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_NE(run.err.find("around the Z-axis data is incorrect!"), std::string::npos);
+}
+
+TEST(Calibrate, TextForANumberIsAnErrorBeforeAnythingIsFitted) {
+  const TemporaryFolder folder;
+  const auto run = RunProgram({"calibrate", "-", "-o", folder.File("pole.txt")},
+                              kHeader + "horizontal,08:00:00,0,0,NaN,2,3,4,5,6\n");
+  EXPECT_EQ(run.status, 2);
+  EXPECT_EQ(run.err,
+            "tiltpole: standard input:2: column mag_x_a: 'NaN' is no number; expected a finite "
+            "decimal number\n");
+  EXPECT_FALSE(folder.Has("pole.txt"));
+}
+
+TEST(Calibrate, ReadingsBeyondAllMeasureGiveNoParameterFile) {
+  const TemporaryFolder folder;
+  std::string session = kHeader;
+  for (int i = 0; i < 12; ++i) {
+    const std::string big = std::to_string(i % 5 - 2) + "e200," + std::to_string(i % 3 - 1) +
+                            "e200," + std::to_string(i) + "e200";
+    session += "horizontal,08:00:00,0,0," + big + "," + big + "\n";
+    session += "vertical,08:00:00,0,0," + big + "," + big + "\n";
+  }
+  const auto run = RunProgram({"calibrate", "-", "-o", folder.File("pole.txt")}, session);
+  EXPECT_EQ(run.status, 1) << run.err;
+  EXPECT_FALSE(folder.Has("pole.txt"));
+}
+
+TEST(Calibrate, AFolderAsParameterFileIsAnError) {
+  const TemporaryFolder folder;
+  const auto run = RunProgram({"calibrate", "-", "-o", folder.File(".")}, Simulated());
+  EXPECT_EQ(run.status, 2);
+  EXPECT_NE(run.err.find("is a folder"), std::string::npos) << run.err;
+}
+
+TEST(Calibrate, TheSelectionOfTheScreeningServesAsWell) {
+  const TemporaryFolder folder;
+  const auto run = RunProgram({"calibrate", "-", "-o", folder.File("pole.txt"), "--screen", "60"},
+                              Simulated({"--ideal", "--offset-a", "600", "-450", "300"}));
+  ASSERT_EQ(run.status, 0) << run.err;
+  const auto fitted = ReadParameterFile(folder.File("pole.txt"));
+  EXPECT_NEAR(fitted.position.GetMagneticCorrectPar_A().x0, 600.0, 1e-6);
+}
+
+TEST(TurnScatter, ACircleHasNone) {
+  std::vector<MagneticReading> turn;
+  for (int i = 0; i < 4; ++i) {
+    turn.push_back({10.0 + 5.0 * (i == 0) - 5.0 * (i == 2), 5.0 * (i == 1) - 5.0 * (i == 3), 7.0});
+  }
+  const auto scatter = ScatterBefore(turn, TurnPlane::XY);
+  EXPECT_EQ(scatter.radius, 5.0);
+  EXPECT_EQ(scatter.rms, 0.0);
+  EXPECT_EQ(scatter.largest, 0.0);
+}
+
+TEST(TurnScatter, AnEllipseHasTheSpreadOfItsRadii) {
+  const std::vector<MagneticReading> turn = {{6, 0, 0}, {-6, 0, 0}, {0, 0, 4}, {0, 0, -4}};
+  const auto scatter = ScatterBefore(turn, TurnPlane::XZ);
+  EXPECT_EQ(scatter.radius, 5.0);
+  EXPECT_EQ(scatter.rms, 1.0);
+  EXPECT_EQ(scatter.largest, 1.0);
+}
+
+TEST(TurnScatter, TheCorrectionIsAppliedBeforeTheRadiusIsTaken) {
+  tiltpole::Incline_MagneticCorrectParameter correction;
+  correction.x0 = 10.0;
+  correction.b = 2.0;
+  const std::vector<MagneticReading> turn = {{14, 0, 0}, {6, 0, 0}, {10, 2, 0}, {10, -2, 0}};
+  const auto scatter = ScatterAfter(turn, TurnPlane::XY, correction);
+  EXPECT_EQ(scatter.radius, 4.0);
+  EXPECT_EQ(scatter.rms, 0.0);
+}
+
+TEST(TurnScatter, NoReadingsHaveNone) { EXPECT_EQ(ScatterBefore({}, TurnPlane::XY).radius, 0.0); }
+
+}  // namespace

@@ -1,0 +1,234 @@
+#include <algorithm>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "program.h"
+#include "temporary_folder.h"
+
+namespace {
+
+using tiltpole_test::RunProgram;
+using tiltpole_test::TemporaryFolder;
+
+TEST(CommandLine, HelpGoesToStandardOutput) {
+  const auto run = RunProgram({"--help"});
+  EXPECT_EQ(run.status, 0);
+  for (const char* const name :
+       {"simulate", "calibrate", "measure", "screen", "params", "transform", "Exit status"}) {
+    EXPECT_NE(run.out.find(name), std::string::npos) << name;
+  }
+  EXPECT_EQ(run.err, "");
+}
+
+TEST(CommandLine, EverySubcommandHasHelp) {
+  for (const char* const name :
+       {"simulate", "calibrate", "measure", "screen", "params", "transform"}) {
+    const auto run = RunProgram({name, "--help"});
+    EXPECT_EQ(run.status, 0) << name;
+    EXPECT_NE(run.out.find("--help"), std::string::npos) << name;
+  }
+}
+
+TEST(CommandLine, VersionNamesTheProgram) {
+  const auto run = RunProgram({"--version"});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.out.substr(0, 9), "tiltpole ");
+}
+
+TEST(CommandLine, NoSubcommandIsWrongUsage) { EXPECT_EQ(RunProgram({}).status, 2); }
+
+TEST(CommandLine, AnUnknownSubcommandIsWrongUsage) {
+  const auto run = RunProgram({"survey"});
+  EXPECT_EQ(run.status, 2);
+  EXPECT_EQ(run.out, "");
+  EXPECT_NE(run.err, "");
+}
+
+TEST(CommandLine, AnUnknownOptionIsWrongUsage) {
+  EXPECT_EQ(RunProgram({"simulate", "--colour", "red"}).status, 2);
+}
+
+TEST(CommandLine, AMissingRequiredOptionIsWrongUsage) {
+  const auto run = RunProgram({"measure", "block.csv"});
+  EXPECT_EQ(run.status, 2);
+  EXPECT_NE(run.err.find("--pole-length"), std::string::npos);
+}
+
+TEST(CommandLine, APoleOfNoLengthIsWrongUsage) {
+  EXPECT_EQ(RunProgram({"measure", "block.csv", "--pole-length", "0"}).status, 2);
+  EXPECT_EQ(RunProgram({"measure", "block.csv", "--pole-length", "-2"}).status, 2);
+  EXPECT_EQ(RunProgram({"measure", "block.csv", "--pole-length", "nan"}).status, 2);
+}
+
+TEST(Simulate, TheSameSeedGivesTheSameSession) {
+  const auto run = RunProgram({"simulate", "--seed", "5", "--points", "20"});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.out, RunProgram({"simulate", "--seed", "5", "--points", "20"}).out);
+  EXPECT_NE(run.out, RunProgram({"simulate", "--seed", "6", "--points", "20"}).out);
+}
+
+TEST(Simulate, WritesTheRowsAskedFor) {
+  const auto run = RunProgram({"simulate", "--samples", "7", "--points", "3", "-o", "-"});
+  EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 1 + 2 * 7 + 3);
+}
+
+TEST(Simulate, IdealSensorsHaveOnlyTheErrorsGiven) {
+  const TemporaryFolder folder;
+  const auto run = RunProgram({"simulate", "--ideal", "--offset-a", "10", "-20", "30", "-o",
+                               folder.File("block.csv"), "--true-params", folder.File("pole.txt")});
+  EXPECT_EQ(run.status, 0) << run.err;
+  const std::string params = folder.Read("pole.txt");
+  EXPECT_NE(params.find("[MagneticA.x0]10.0000000000\r\n"), std::string::npos);
+  EXPECT_NE(params.find("[MagneticA.y0]-20.0000000000\r\n"), std::string::npos);
+  EXPECT_NE(params.find("[MagneticB.x0]0.0000000000\r\n"), std::string::npos);
+}
+
+TEST(Simulate, AnOutputThatCannotBeWrittenIsAnError) {
+  const TemporaryFolder folder;
+  const auto run = RunProgram({"simulate", "-o", folder.File("missing/block.csv")});
+  EXPECT_EQ(run.status, 2);
+  EXPECT_NE(run.err.find("cannot be opened for writing"), std::string::npos);
+}
+
+TEST(Params, ShowsEveryEntryOfAUsableFile) {
+  const TemporaryFolder folder;
+  RunProgram(
+      {"simulate", "-o", folder.File("block.csv"), "--true-params", folder.File("pole.txt")});
+  const auto run = RunProgram({"params", folder.File("pole.txt")});
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 1 + 21);
+  EXPECT_NE(run.out.find("MagneticBiasAngle_B"), std::string::npos);
+  EXPECT_EQ(run.err, "");
+}
+
+TEST(Params, NamesWhatIsMissingOrNoNumber) {
+  const TemporaryFolder folder;
+  const auto file =
+      folder.Write("pole.txt", "[MagneticA.a]abc\r\n[MagneticA.b]1.0\r\n[MagneticA.c]inf\r\n");
+  const auto run = RunProgram({"params", file});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_NE(run.err.find("MagneticA.a is 'abc'; expected a finite decimal number"),
+            std::string::npos);
+  EXPECT_NE(run.err.find("MagneticA.c is 'inf'"), std::string::npos);
+  EXPECT_NE(run.err.find("CoorTrans.dZ is missing"), std::string::npos);
+}
+
+TEST(Params, WarnsOfDuplicatesAndOddScales) {
+  const TemporaryFolder folder;
+  RunProgram(
+      {"simulate", "-o", folder.File("block.csv"), "--true-params", folder.File("pole.txt")});
+  const auto file = folder.Write("odd.txt", "[MagneticA.b]-3.0\r\n" + folder.Read("pole.txt"));
+  const auto run = RunProgram({"params", file});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_NE(run.err.find("MagneticA.b stands there more than once"), std::string::npos);
+  EXPECT_NE(run.err.find("MagneticA.b is -3.0000; a calibration gives scales between 0 and 2"),
+            std::string::npos);
+}
+
+TEST(Params, GivesJson) {
+  const TemporaryFolder folder;
+  RunProgram(
+      {"simulate", "-o", folder.File("block.csv"), "--true-params", folder.File("pole.txt")});
+  const auto run = RunProgram({"params", folder.File("pole.txt"), "--json"});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_NE(run.out.find("\"usable\": true"), std::string::npos);
+}
+
+TEST(Params, AFileOfAnotherKindIsAnError) {
+  const TemporaryFolder folder;
+  const auto run = RunProgram({"params", folder.Write("letter.txt", "Dear colleague,\n")});
+  EXPECT_EQ(run.status, 2);
+  EXPECT_NE(run.err.find("is no parameter file"), std::string::npos);
+}
+
+TEST(Params, AMissingFileIsAnError) {
+  const auto run = RunProgram({"params", "no such file.txt"});
+  EXPECT_EQ(run.status, 2);
+  EXPECT_EQ(run.err, "tiltpole: no such file.txt: there is no such file\n");
+}
+
+const std::string kPairs =
+    "source_x,source_y,target_x,target_y\n"
+    "0,0,10,20\n1,0,10,22\n0,1,8,20\n5,5,0,30\n";
+
+TEST(Transform, FindsScaleRotationAndShift) {
+  const TemporaryFolder folder;
+  const auto run = RunProgram(
+      {"transform", folder.Write("pairs.csv", kPairs), "--json", "-o", folder.File("out.csv")});
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_NE(run.out.find("\"scale\": 2.0"), std::string::npos) << run.out;
+  EXPECT_NE(run.out.find("\"rotation_degrees\": 90.0"), std::string::npos) << run.out;
+}
+
+TEST(Transform, WritesTheResidualOfEveryPair) {
+  const auto run = RunProgram({"transform", "-"}, kPairs);
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out.substr(0, run.out.find('\n')),
+            "source_x,source_y,target_x,target_y,residual_x,residual_y,residual");
+  EXPECT_NE(run.out.find("5,5,0,30,0.000000,0.000000,0.000000"), std::string::npos) << run.out;
+}
+
+TEST(Transform, TheResidualIsTheDistanceFromTheTarget) {
+  // The best line through -1, 1, 1 against -1, 0, 1 by hand: scale 1 over x = -1, 0, 1 and shift
+  // 1/3, so that the residuals are 1/3, -2/3 and 1/3.
+  const auto run = RunProgram({"transform", "-"},
+                              "source_x,source_y,target_x,target_y\n-1,0,-1,0\n0,0,1,0\n1,0,1,0\n");
+  EXPECT_NE(run.out.find("-1,0,-1,0,0.333333,0.000000,0.333333\n"), std::string::npos) << run.out;
+  EXPECT_NE(run.out.find("0,0,1,0,-0.666667,0.000000,0.666667\n"), std::string::npos) << run.out;
+}
+
+TEST(Transform, TransformsPointsAndTheInverseBringsThemBack) {
+  const TemporaryFolder folder;
+  const auto pairs = folder.Write("pairs.csv", kPairs);
+  const auto there = RunProgram({"transform", pairs, "--points", "-"}, "name,x,y\nP1,3,4\n");
+  EXPECT_EQ(there.out, "name,x,y,transformed_x,transformed_y\nP1,3,4,2.000000,26.000000\n");
+  const auto back =
+      RunProgram({"transform", pairs, "--points", "-", "--inverse"}, "name,x,y\nP1,2,26\n");
+  EXPECT_EQ(back.out, "name,x,y,transformed_x,transformed_y\nP1,2,26,3.000000,4.000000\n");
+}
+
+TEST(Transform, WritesResidualsBesideThePoints) {
+  const TemporaryFolder folder;
+  const auto run = RunProgram({"transform", folder.Write("pairs.csv", kPairs), "--points",
+                               folder.Write("points.csv", "x,y\n0,0\n"), "--residuals",
+                               folder.File("residuals.csv"), "-o", folder.File("out.csv")});
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(folder.Read("out.csv"), "x,y,transformed_x,transformed_y\n0,0,10.000000,20.000000\n");
+  EXPECT_NE(folder.Read("residuals.csv").find("residual_x"), std::string::npos);
+}
+
+TEST(Transform, PairsWithoutTwoDifferentSourcesCannotBeUsed) {
+  for (const char* const rows : {"", "1,2,3,4\n", "1,2,3,4\n1,2,5,6\n"}) {
+    const auto run =
+        RunProgram({"transform", "-"}, std::string("source_x,source_y,target_x,target_y\n") + rows);
+    EXPECT_EQ(run.status, 1) << rows;
+    EXPECT_NE(run.err.find("needs two different source points"), std::string::npos);
+    EXPECT_EQ(run.out, "");
+  }
+}
+
+TEST(Transform, TargetsAtOnePointCannotBeUsed) {
+  const auto run = RunProgram({"transform", "-"},
+                              "source_x,source_y,target_x,target_y\n0,0,1,1\n2,0,1,1\n0,2,1,1\n");
+  EXPECT_EQ(run.status, 1);
+}
+
+TEST(Transform, AMissingColumnIsNamed) {
+  const auto run = RunProgram({"transform", "-"}, "source_x,source_y,target_x\n");
+  EXPECT_EQ(run.status, 2);
+  EXPECT_NE(run.err.find("standard input:1: column target_y: missing"), std::string::npos)
+      << run.err;
+}
+
+TEST(Transform, ABadPointLeavesNoOutputBehind) {
+  const TemporaryFolder folder;
+  const auto run =
+      RunProgram({"transform", folder.Write("pairs.csv", kPairs), "--points",
+                  folder.Write("points.csv", "x,y\n0,0\n1,abc\n"), "-o", folder.File("out.csv")});
+  EXPECT_EQ(run.status, 2);
+  EXPECT_NE(run.err.find("points.csv:3: column y: 'abc' is no number"), std::string::npos);
+  EXPECT_FALSE(folder.Has("out.csv"));
+}
+
+}  // namespace
