@@ -88,6 +88,14 @@ TYPED_TEST(RotationCoverage, IsRoundedHalfUp) {
   EXPECT_EQ(this->screening.GetRecordRate(), 3);  // 2.5
 }
 
+TYPED_TEST(RotationCoverage, EveryShareOfTheCircleIsRoundedHalfUp) {
+  this->screening.m_nSectorAngle = 1;
+  for (int filled = 1; filled <= 360; ++filled) {
+    this->AddAt(filled - 0.5);
+    EXPECT_EQ(this->screening.GetRecordRate(), static_cast<int>(filled * 100.0 / 360.0 + 0.5));
+  }
+}
+
 TYPED_TEST(RotationCoverage, SeveralRecordsFillASectorOnce) {
   for (const double azimuth : {1.0, 2.0, 3.0, 4.0, 4.999}) this->AddAt(azimuth);
   EXPECT_EQ(this->screening.GetRecordRate(), 1);
@@ -190,18 +198,24 @@ TEST(RotationCoverage, OnePassCountsTheSectorsThatOneByOneAreHit) {
   });
 }
 
+template <class Twin>
+void CheckThatCoverageNeverFallsBetweenFits(const std::vector<std::uint16_t>& drawn) {
+  typename Twin::Screening screening;
+  int before = 0;
+  for (const std::uint16_t value : drawn) {
+    const double radius = 500.0 + value % 100;
+    screening.Add(new PoseSensorData(OnCircle<Twin>(value % 3600 * 0.1, radius)));
+    const int rate = screening.GetRecordRate();
+    const bool isFit = screening.m_arrRecord.GetSize() % 10 == 0;
+    RC_ASSERT(isFit || rate >= before);
+    before = rate;
+  }
+}
+
 TEST(RotationCoverage, NeverFallsWhileRecordsAreAddedBetweenTwoFits) {
   rc::check([](const std::vector<std::uint16_t>& drawn) {
-    ScreeningXZ screening;
-    int before = 0;
-    for (const std::uint16_t value : drawn) {
-      const double radius = 500.0 + value % 100;
-      screening.Add(new PoseSensorData(OnCircle<XZ>(value % 3600 * 0.1, radius)));
-      const int rate = screening.GetRecordRate();
-      const bool hasBeenFitted = screening.m_arrRecord.GetSize() % 10 == 0;
-      RC_ASSERT(hasBeenFitted || rate >= before);
-      before = rate;
-    }
+    CheckThatCoverageNeverFallsBetweenFits<XY>(drawn);
+    CheckThatCoverageNeverFallsBetweenFits<XZ>(drawn);
   });
 }
 

@@ -42,7 +42,7 @@ int FilledPercentage(const PoseSensorDataArray& records, std::int32_t sectorAngl
   // No angle, or a negative one, makes no sectors.
   if (sectorAngle < 1) return 0;
   const int filled = CountFilledSectors(records, sectorAngle, kFullCircle / sectorAngle);
-  return static_cast<int>(filled * sectorAngle * 100.0 / kFullCircle + 0.5);
+  return static_cast<int>(std::lround(filled * sectorAngle * 100.0 / kFullCircle));
 }
 
 // Deliberate: only neighbours in the array are compared. The gap from the last record round to the
@@ -51,8 +51,9 @@ bool HasGap(const PoseSensorDataArray& arr) {
   const PoseSensorData* previous = nullptr;
   for (const PoseSensorData* rec : arr) {
     if (rec == nullptr) continue;
-    if (previous != nullptr && std::fabs(rec->Azimuth - previous->Azimuth) > kLargestGap)
+    if (previous != nullptr && std::fabs(rec->Azimuth - previous->Azimuth) > kLargestGap) {
       return true;
+    }
     previous = rec;
   }
   return false;

@@ -61,8 +61,9 @@ OwnedArray FilterByDistance(const PoseSensorDataArray* arr,
                             const PoseSensorCenterParameter& center) {
   if (arr == nullptr) return nullptr;
   auto kept = std::make_unique<PoseSensorDataArray>();
-  for (PoseSensorData* rec : *arr)
+  for (PoseSensorData* rec : *arr) {
     if (rec != nullptr && IsOnCircle<Plane>(*rec, center)) kept->Add(rec);
+  }
   return NullIfEmpty(std::move(kept));
 }
 

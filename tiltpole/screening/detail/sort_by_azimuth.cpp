@@ -29,8 +29,9 @@ bool IsSmaller(const Entry& a, const Entry& b) {
 
 Entries EntriesByAzimuth(const PoseSensorDataArray& arr) {
   Entries entries;
-  for (PoseSensorData* rec : arr)
+  for (PoseSensorData* rec : arr) {
     if (TakesPart(rec)) entries.push_back({rec, entries.size()});
+  }
   std::sort(entries.begin(), entries.end(), IsSmaller);
   return entries;
 }
@@ -78,8 +79,9 @@ void SortByAzimuth(PoseSensorDataArray& arr) {
   }
 
   auto next = entries.begin();
-  for (PoseSensorData*& rec : arr)
+  for (PoseSensorData*& rec : arr) {
     if (TakesPart(rec)) rec = (next++)->rec;
+  }
 }
 
 void MarkRepeats(const PoseSensorDataArray& arr) {

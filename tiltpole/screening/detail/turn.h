@@ -72,8 +72,9 @@ class Turn {
                                       rec->*Plane::kSecond - m_center.*Plane::kCenterSecond);
     // The predecessor's azimuth counts as it stands now, after this record's is written: a record
     // that is its own predecessor has not moved on.
-    if (m_previous != nullptr)
+    if (m_previous != nullptr) {
       rec->Forward = rec->Azimuth - m_previous->Azimuth >= kEpsilon ? 1 : 0;
+    }
     m_previous = rec;
     return 1;
   }
