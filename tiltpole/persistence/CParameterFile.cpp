@@ -1,7 +1,5 @@
 #include "tiltpole/persistence/CParameterFile.h"
 
-#include <utility>
-
 #include "tiltpole/platform/text.h"
 
 namespace tiltpole {
@@ -16,15 +14,13 @@ std::wstring Bracketed(const std::wstring& key) {
   return std::wstring(L"[").append(UpToZero(key)).append(L"]");
 }
 
-std::wstring PathBeside(const std::wstring& path) { return path + L".new"; }
-
 }  // namespace
 
 CParameterFile::~CParameterFile() { AbandonReplacement(); }
 
 void CParameterFile::AbandonReplacement() {
   Close();
-  if (!replaced_path_.empty()) detail::RemoveFile(PathBeside(replaced_path_));
+  if (!replaced_path_.empty()) detail::RemoveFile(path_beside_);
   replaced_path_.clear();
 }
 
@@ -46,18 +42,20 @@ int CParameterFile::OpenForWrite(const std::wstring& path) {
 
 int CParameterFile::OpenForReplace(const std::wstring& path) {
   AbandonReplacement();
-  if (path.empty() || !Create(PathBeside(path))) return 0;
+  path_beside_ = path + L".new";
+  if (path.empty() || !Create(path_beside_)) return 0;
   replaced_path_ = path;
   return 1;
 }
 
 int CParameterFile::Replace() {
   if (replaced_path_.empty()) return 0;
-  const std::wstring path = std::exchange(replaced_path_, std::wstring());
   const bool on_the_medium = Flush();
-  if (Close() && on_the_medium && detail::MoveOverFile(PathBeside(path), path)) return 1;
-  detail::RemoveFile(PathBeside(path));
-  return 0;
+  const bool replaced =
+      Close() && on_the_medium && detail::MoveOverFile(path_beside_, replaced_path_);
+  if (replaced) replaced_path_.clear();
+  AbandonReplacement();
+  return replaced ? 1 : 0;
 }
 
 std::wstring_view CParameterFile::FindValue(const std::wstring& key) const {

@@ -114,7 +114,8 @@ class TILTPOLE_EXPORT CParameterFile : public PlatformFile {
   void WriteLine(const std::wstring& key, std::wstring_view value);
 
   std::wstring text_;
-  std::wstring replaced_path_;
+  std::wstring replaced_path_;  // empty unless a replacement is under way
+  std::wstring path_beside_;
 };
 
 }  // namespace tiltpole

@@ -44,10 +44,12 @@ std::int64_t Length(std::FILE* file) {
 
 bool BringToMedium(std::FILE* file) { return fsync(fileno(file)) == 0; }
 
-// A file's new name is on the medium only when its folder is.
-void BringFolderToMedium(const std::string& path) {
+std::string FolderOf(const std::string& path) {
   const std::size_t slash = path.rfind('/');
-  const std::string folder = slash == std::string::npos ? "." : path.substr(0, slash + 1);
+  return slash == std::string::npos ? "." : path.substr(0, slash + 1);
+}
+
+void BringFolderToMedium(const std::string& folder) {
   const int handle = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (handle < 0) return;
   fsync(handle);
@@ -125,20 +127,29 @@ bool MoveOverFile(const std::wstring& from, const std::wstring& path) {
                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
 }
 
-void RemoveFile(const std::wstring& path) { DeleteFileW(path.c_str()); }
+void RemoveFile(const std::wstring& path) noexcept { DeleteFileW(path.c_str()); }
 
 #else
 
 bool PathExists(const std::wstring& path) { return access(NarrowText(path).c_str(), F_OK) == 0; }
 
 bool MoveOverFile(const std::wstring& from, const std::wstring& path) {
+  const std::string source = NarrowText(from);
   const std::string target = NarrowText(path);
-  if (std::rename(NarrowText(from).c_str(), target.c_str()) != 0) return false;
-  BringFolderToMedium(target);
+  const std::string folder = FolderOf(target);
+  if (std::rename(source.c_str(), target.c_str()) != 0) return false;
+  // A file's new name is on the medium only when its folder is.
+  BringFolderToMedium(folder);
   return true;
 }
 
-void RemoveFile(const std::wstring& path) { unlink(NarrowText(path).c_str()); }
+void RemoveFile(const std::wstring& path) noexcept {
+  try {
+    unlink(NarrowText(path).c_str());
+  } catch (const std::exception&) {
+    // Without memory for the path the file stays.
+  }
+}
 
 #endif
 

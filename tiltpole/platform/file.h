@@ -80,8 +80,8 @@ TILTPOLE_EXPORT bool PathExists(const std::wstring& path);
 /// @return whether it was done; when not, both files are as they were
 TILTPOLE_EXPORT bool MoveOverFile(const std::wstring& from, const std::wstring& path);
 
-/// Removes a file; nothing happens when there is none.
-TILTPOLE_EXPORT void RemoveFile(const std::wstring& path);
+/// Removes a file; nothing happens when there is none, or no memory for the path.
+TILTPOLE_EXPORT void RemoveFile(const std::wstring& path) noexcept;
 
 }  // namespace detail
 }  // namespace tiltpole
