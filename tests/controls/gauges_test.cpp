@@ -1,6 +1,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <vector>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -540,4 +541,27 @@ TEST_F(Gauges, TenThousandUpdatesLeaveOneContextAndOneBitmap) {
   }
   EXPECT_EQ(recorder.living_contexts, 1);
   EXPECT_EQ(recorder.living_bitmaps, 1);
+}
+
+RC_GTEST_FIXTURE_PROP(Gauges, EverySequenceOfCallsReleasesWhatItTakes, ()) {
+  recorder.Reset();
+  {
+    CGraphIncline_Right gauge;
+    const auto steps = *rc::gen::container<std::vector<int>>(rc::gen::inRange(0, 7));
+    for (const int step : steps) {
+      if (step == 0) gauge.Attach({*rc::gen::inRange(0, 300), *rc::gen::inRange(0, 300)});
+      if (step == 1) gauge.PaintIfInvalid();
+      if (step == 2) gauge.SetValue(*rc::gen::inRange(100, 400));
+      if (step == 3) gauge.SetFix(*rc::gen::inRange(100, 400));
+      if (step == 4) gauge.ReconstructControl();
+      if (step == 5) recorder.has_resources = !recorder.has_resources;
+      if (step == 6) gauge.gives_contexts = !gauge.gives_contexts;
+      RC_ASSERT(recorder.living_contexts <= 1);
+      RC_ASSERT(recorder.living_bitmaps <= 1);
+      RC_ASSERT(recorder.taken_contexts == 0);
+    }
+  }
+  RC_ASSERT(recorder.living_contexts == 0);
+  RC_ASSERT(recorder.living_bitmaps == 0);
+  RC_ASSERT(recorder.misuses.empty());
 }

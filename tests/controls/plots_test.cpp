@@ -1,6 +1,8 @@
 #include <limits>
+#include <vector>
 
 #include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
 
 #include "controls/recorded.h"
 #include "controls/view_files.h"
@@ -555,6 +557,37 @@ TEST_F(Plots, AMillionTrackPointsAreKeptAndEachIsDrawnAtTheSameCost) {
   for (int i = 0; i < 1000000; ++i) plot.AddTrackPoint(i % 499 - 500, i % 241 - 491, 0);
   EXPECT_EQ(recorder.calls, 1000000LL * 4);
   EXPECT_EQ(plot.AccessibleValue(), L"1000000 readings");
+}
+
+RC_GTEST_FIXTURE_PROP(Plots, EverySequenceOfCallsReleasesWhatItTakes, ()) {
+  recorder.Reset();
+  {
+    CGraphMagnetic_XZ plot;
+    const auto steps = *rc::gen::container<std::vector<int>>(rc::gen::inRange(0, 10));
+    const auto any = rc::gen::oneOf(rc::gen::arbitrary<int>(), rc::gen::element(kMin, kMax, 0),
+                                    rc::gen::inRange(-600, 600));
+    for (const int step : steps) {
+      if (step == 0) {
+        const Rect place = {0, 0, *rc::gen::inRange(0, 300), *rc::gen::inRange(0, 300)};
+        RC_ASSERT(plot.Create(nullptr, nullptr, 0, place, nullptr, 1) == 1);
+      }
+      if (step == 1) plot.PaintIfInvalid();
+      if (step == 2) plot.AddTrackPoint(*any, *any, *any);
+      if (step == 3) plot.AddCenterPoint(*any, *any, *any);
+      if (step == 4) plot.Clear();
+      if (step == 5) plot.ZoomAll();
+      if (step == 6) plot.InvalidateCtrl();
+      if (step == 7) plot.Resize({*rc::gen::inRange(0, 300), *rc::gen::inRange(0, 300)});
+      if (step == 8) recorder.has_resources = !recorder.has_resources;
+      if (step == 9) plot.gives_contexts = !plot.gives_contexts;
+      RC_ASSERT(recorder.living_contexts <= 2);
+      RC_ASSERT(recorder.living_bitmaps <= 2);
+      RC_ASSERT(recorder.taken_contexts == 0);
+    }
+  }
+  RC_ASSERT(recorder.living_contexts == 0);
+  RC_ASSERT(recorder.living_bitmaps == 0);
+  RC_ASSERT(recorder.misuses.empty());
 }
 
 TEST_F(Plots, TellScreenReadersWhatTheyShow) {

@@ -93,8 +93,9 @@ class TILTPOLE_CONTROLS_EXPORT CGraphMagnetic_XY : public ChildWindow {
   /// The pixel at which a reading stands, rounded by adding one half and truncating towards zero.
   ///
   /// @param[in] WorldX,WorldV  x and y of the reading [counts]
-  /// @param[out] ClientX,ClientY  the pixel; (0, 0) while the scale is below 1e-6. What lies beyond
-  ///             the range of an int becomes its nearest end.
+  /// @param[out] ClientX,ClientY  the pixel. (0, 0) while the scale is below 1e-6 or not-a-number;
+  ///             the bottom left corner while it is infinite. What lies beyond the range of an int
+  ///             becomes its nearest end.
   void WorldToClient(int WorldX, int WorldV, int& ClientX, int& ClientY) const;
 
   /// The reading that a pixel shows, truncated towards zero.

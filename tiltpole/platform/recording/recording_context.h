@@ -12,7 +12,7 @@ namespace tiltpole {
 
 class RecordingBitmap final : public Bitmap {
  public:
-  RecordingBitmap(std::string name, Size size);
+  RecordingBitmap(std::string bitmap_name, Size bitmap_size);
   ~RecordingBitmap() override;
 
   const std::string name;
