@@ -1,4 +1,4 @@
-// Storage, sizes, element-wise arithmetic and the product.
+// Storage, sizes and element-wise arithmetic.
 
 #include "tiltpole/matrix/CSZMatrix.h"
 
@@ -11,12 +11,14 @@
 namespace tiltpole {
 namespace {
 
-// Zeroed; null when there is nothing to store, or no room for it.
+// Not filled; null when there is nothing to store, or no room for it.
 double* NewElements(std::uint32_t rows, std::uint32_t cols) {
-  constexpr std::size_t kMostElements =
-      static_cast<std::size_t>(std::numeric_limits<std::ptrdiff_t>::max()) / sizeof(double);
-  if (rows == 0 || cols == 0 || rows > kMostElements / cols) return nullptr;
-  return new (std::nothrow) double[static_cast<std::size_t>(rows) * cols]();
+  // The product of two such counts fits 64 bits; what a machine can address is less on many.
+  constexpr std::uint64_t kMostElements =
+      std::numeric_limits<std::ptrdiff_t>::max() / sizeof(double);
+  const std::uint64_t count = std::uint64_t{rows} * cols;
+  if (count == 0 || count > kMostElements) return nullptr;
+  return new (std::nothrow) double[static_cast<std::size_t>(count)];
 }
 
 std::uint32_t InclusiveCount(int first, int last) {
@@ -68,7 +70,12 @@ void CSZMatrix::TakeFrom(CSZMatrix& other) {
 
 CSZMatrix::CSZMatrix(unsigned int n) : CSZMatrix(n, 1) {}
 
-CSZMatrix::CSZMatrix(unsigned int rows, unsigned int cols) {
+CSZMatrix::CSZMatrix(unsigned int rows, unsigned int cols)
+    : CSZMatrix(rows, cols, Elements::Unfilled) {
+  std::fill_n(m_pData, StoredElements(), 0.0);
+}
+
+CSZMatrix::CSZMatrix(unsigned int rows, unsigned int cols, Elements /*unfilled*/) {
   Obtain(rows, cols);
   m_bOK = m_pData != nullptr ? 1 : 0;
 }
@@ -89,14 +96,13 @@ CSZMatrix::CSZMatrix(CSZMatrix&& other) noexcept
   TakeFrom(other);
 }
 
-CSZMatrix::~CSZMatrix() { Release(); }
-
 int CSZMatrix::Alloc(unsigned int n) { return Alloc(n, 1); }
 
 int CSZMatrix::Alloc(unsigned int rows, unsigned int cols) {
   if (rows == 0 || cols == 0) return 0;
   Release();
   Obtain(rows, cols);
+  std::fill_n(m_pData, StoredElements(), 0.0);
   m_bOK = m_pData != nullptr ? 1 : 0;
   return 1;
 }
@@ -107,19 +113,26 @@ void CSZMatrix::operator=(double v) {
 }
 
 int CSZMatrix::operator=(const CSZMatrix& other) {
-  if (!SameSize(other)) Release();
-  if (m_pData == nullptr) Obtain(other.m_nRow, other.m_nCol);
-  if (!HasZeroCount() && (m_pData == nullptr || other.m_pData == nullptr)) return 0;
-  if (this != &other) std::copy_n(other.m_pData, StoredElements(), m_pData);
-  EndWalk();
-  return 1;
+  if (this != &other) {
+    if (!SameSize(other) || other.m_pData == nullptr) Release();
+    m_nRow = other.m_nRow;
+    m_nCol = other.m_nCol;
+    if (m_pData == nullptr && other.m_pData != nullptr) Obtain(m_nRow, m_nCol);
+    if (m_pData != nullptr) std::copy_n(other.m_pData, StoredElements(), m_pData);
+  }
+  return EndAssignment();
 }
 
 int CSZMatrix::operator=(CSZMatrix&& other) noexcept {
   if (this == &other) return *this = static_cast<const CSZMatrix&>(other);
   Release();
   TakeFrom(other);
-  if (!HasZeroCount() && m_pData == nullptr) return 0;
+  return EndAssignment();
+}
+
+// Where there is nothing to store, nothing can fail.
+int CSZMatrix::EndAssignment() const {
+  if (m_pData == nullptr && !HasZeroCount()) return 0;
   EndWalk();
   return 1;
 }
@@ -140,25 +153,6 @@ CSZMatrix CSZMatrix::operator-(const CSZMatrix& b) const {
   difference -= b;
   EndWalk();
   return difference;
-}
-
-CSZMatrix CSZMatrix::operator*(const CSZMatrix& b) const {
-  // Deliberate: the flag reads 0 after every product, so a host cannot tell success by it.
-  m_bOK = 0;
-  if (m_nCol != b.m_nRow) return b;
-  CSZMatrix product(m_nRow, b.m_nCol);
-  if (m_pData == nullptr || b.m_pData == nullptr || product.m_pData == nullptr) return product;
-  // The inner loop runs along the columns of b. Each element still starts at 0.0 and receives its
-  // terms in the order of k, so this has the bits of the row-times-column form, and it vectorises.
-  for (std::uint32_t i = 0; i < m_nRow; ++i) {
-    double* const sums = product.m_pData + product.Position(i, 0);
-    for (std::uint32_t k = 0; k < m_nCol; ++k) {
-      const double factor = GetData(i, k);
-      const double* const row = b.m_pData + b.Position(k, 0);
-      for (std::uint32_t j = 0; j < b.m_nCol; ++j) sums[j] += factor * row[j];
-    }
-  }
-  return product;
 }
 
 CSZMatrix CSZMatrix::operator+(double s) const {

@@ -61,7 +61,7 @@ class TILTPOLE_EXPORT CSZMatrix {
   /// Takes the other's storage, counts, cursors and flag as they are; @p other becomes empty.
   CSZMatrix(CSZMatrix&& other) noexcept;
 
-  virtual ~CSZMatrix();
+  virtual ~CSZMatrix() { delete[] m_pData; }
   /// @}
 
   /// @name Size and elements
@@ -218,6 +218,10 @@ class TILTPOLE_EXPORT CSZMatrix {
   /// @}
 
  private:
+  // For results of which every element is about to be written.
+  enum class Elements { Unfilled };
+  CSZMatrix(unsigned int rows, unsigned int cols, Elements unfilled);
+
   std::size_t Position(std::uint32_t i, std::uint32_t j) const {
     return static_cast<std::size_t>(i) * m_nCol + j;
   }
@@ -230,6 +234,7 @@ class TILTPOLE_EXPORT CSZMatrix {
   void Obtain(unsigned int rows, unsigned int cols);
   void Release();
   void TakeFrom(CSZMatrix& other);
+  int EndAssignment() const;
   void EndWalk() const;
 };
 

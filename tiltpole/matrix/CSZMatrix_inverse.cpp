@@ -1,53 +1,103 @@
 // Inverses, transposes and the Cholesky factor.
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
-#include <vector>
+#include <memory>
+#include <new>
 
 #include "tiltpole/matrix/CSZMatrix.h"
+#include "tiltpole/matrix/detail/pair.h"
 
 namespace tiltpole {
 namespace {
 
+using detail::Load;
+using detail::Pair;
+using detail::Store;
+
+// The larger magnitude; one that is not a number never wins.
+template <class Lanes>
+Lanes LargerMagnitude(Lanes value, Lanes largest) {
+  const Lanes magnitude = detail::Magnitude(value);
+  return magnitude > largest ? magnitude : largest;
+}
+
+double LargestMagnitude(const double* from, const double* end) {
+  Pair largest = {};
+#pragma GCC unroll 4
+  for (; from + 2 <= end; from += 2) largest = LargerMagnitude(Load<Pair>(from), largest);
+  const double pairs = LargerMagnitude<double>(largest[0], largest[1]);
+  return from < end ? LargerMagnitude(*from, pairs) : pairs;
+}
+
+// Element by element, so pairs keep the bits.
+void SubtractMultiple(double* row, double factor, const double* other, std::size_t count) {
+  std::size_t j = 0;
+#pragma GCC unroll 4
+  for (; j + 2 <= count; j += 2) {
+    Store(row + j, Load<Pair>(row + j) - factor * Load<Pair>(other + j));
+  }
+  if (j < count) row[j] -= factor * other[j];
+}
+
 // Gauss-Jordan elimination in the place of the matrix, with complete pivoting.
 class GaussJordan {
  public:
-  GaussJordan(double* elements, std::uint32_t order)
-      : elements_(elements), order_(order), pivot_row_(order), pivot_column_(order) {}
+  GaussJordan(double* elements, std::uint32_t order) : elements_(elements), order_(order) {
+    if (order <= kFewPivots) return;
+    many_pivots_.reset(new (std::nothrow) Pivot[order]);
+    pivots_ = many_pivots_.get();
+  }
 
-  // False for a singular matrix.
+  // False for a singular matrix, and when there is no room to note the pivots.
   bool Invert() {
+    if (pivots_ == nullptr) return false;
+    for (std::uint32_t i = 0; i < order_; ++i) ConsiderRow(i, 0);
     for (std::uint32_t k = 0; k < order_; ++k) {
-      if (!FindPivot(k)) return false;
-      SwapRows(k, pivot_row_[k]);
-      SwapColumns(k, pivot_column_[k]);
+      // Deliberate: absolute, so a host cannot invert a matrix of tiny elements.
+      if (largest_ + 1.0 == 1.0) return false;
+      SwapRows(k, pivots_[k].row);
+      SwapColumns(k, pivots_[k].column);
       Eliminate(k);
     }
     for (std::uint32_t k = order_; k-- > 0;) {
-      SwapRows(k, pivot_column_[k]);
-      SwapColumns(k, pivot_row_[k]);
+      SwapRows(k, pivots_[k].column);
+      SwapColumns(k, pivots_[k].row);
     }
     return true;
   }
 
  private:
+  struct Pivot {
+    std::uint32_t row;
+    std::uint32_t column;
+  };
+  // Up to this order the pivots need no allocation, which would cost more than the inverse.
+  static constexpr std::uint32_t kFewPivots = 32;
+
   double* Row(std::uint32_t i) { return elements_ + static_cast<std::size_t>(i) * order_; }
 
-  bool FindPivot(std::uint32_t k) {
-    double largest = 0.0;
-    for (std::uint32_t i = k; i < order_; ++i) {
-      for (std::uint32_t j = k; j < order_; ++j) {
-        const double size = std::fabs(Row(i)[j]);
-        if (size > largest) {
-          largest = size;
-          pivot_row_[k] = i;
-          pivot_column_[k] = j;
-        }
-      }
-    }
-    return largest + 1.0 != 1.0;
+  // Looks in row i for the pivot of step k. Rows come in their order and only a larger element
+  // replaces the largest, so the first of several equal ones becomes the pivot.
+  void ConsiderRow(std::uint32_t i, std::uint32_t k) {
+    const double* const row = Row(i);
+    const double size = LargestMagnitudeFrom(row, k);
+    if (!(size > largest_)) return;
+    largest_ = size;
+    std::uint32_t j = k;
+    while (std::fabs(row[j]) != size) ++j;
+    pivots_[k] = {i, j};
+  }
+
+  // Loads the pairs that the elimination stored, from an even column on: what was stored in other
+  // pieces is slow to load.
+  double LargestMagnitudeFrom(const double* row, std::uint32_t column) {
+    const std::uint32_t odd = column % 2;
+    const double size = LargestMagnitude(row + column + odd, row + order_);
+    return odd == 1 ? LargerMagnitude(row[column], size) : size;
   }
 
   void SwapRows(std::uint32_t a, std::uint32_t b) {
@@ -64,19 +114,24 @@ class GaussJordan {
     const double inverse = 1.0 / pivot_row[k];
     for (std::uint32_t j = 0; j < order_; ++j) pivot_row[j] *= inverse;
     pivot_row[k] = inverse;
+    largest_ = 0.0;
     for (std::uint32_t i = 0; i < order_; ++i) {
       if (i == k) continue;
       double* const row = Row(i);
       const double factor = row[k];
-      for (std::uint32_t j = 0; j < order_; ++j) row[j] -= factor * pivot_row[j];
+      SubtractMultiple(row, factor, pivot_row, order_);
       row[k] = -factor * inverse;
+      // The next pivot is looked for while the row is at hand.
+      if (i > k) ConsiderRow(i, k + 1);
     }
   }
 
   double* elements_;
   std::uint32_t order_;
-  std::vector<std::uint32_t> pivot_row_;
-  std::vector<std::uint32_t> pivot_column_;
+  double largest_ = 0.0;
+  std::array<Pivot, kFewPivots> few_pivots_;
+  std::unique_ptr<Pivot[]> many_pivots_;
+  Pivot* pivots_ = few_pivots_.data();
 };
 
 // The three steps of the inverse through the factor A = transpose(U) * U, in the upper triangle of
@@ -134,8 +189,9 @@ CSZMatrix CSZMatrix::Reverse() const {
   if (!IsSquare()) return CSZMatrix(m_nRow, m_nCol);
   CSZMatrix r(*this);
   m_bOK = 1;
-  if (r.m_pData == nullptr) return r;
-  if (m_nRow == 1) {
+  if (r.m_pData == nullptr) {
+    EndWalk();
+  } else if (m_nRow == 1) {
     r.SetData(0, 0, 1.0 / GetData(0, 0));
   } else if (m_nRow == 2) {
     const double det = GetData(0, 0) * GetData(1, 1) - GetData(0, 1) * GetData(1, 0);
@@ -155,11 +211,14 @@ CSZMatrix CSZMatrix::Reverse() const {
 
 CSZMatrix CSZMatrix::T() const {
   CSZMatrix transpose(m_nCol, m_nRow);
-  for (m_i = 0; m_i < m_nRow; ++m_i) {
-    for (m_j = 0; m_j < m_nCol; ++m_j) {
-      if (m_pData != nullptr) transpose.SetData(m_j, m_i, GetData(m_i, m_j));
+  if (m_pData != nullptr && transpose.m_pData != nullptr) {
+    for (std::uint32_t i = 0; i < m_nRow; ++i) {
+      for (std::uint32_t j = 0; j < m_nCol; ++j) {
+        transpose.m_pData[transpose.Position(j, i)] = GetData(i, j);
+      }
     }
   }
+  EndWalk();
   return transpose;
 }
 
