@@ -164,22 +164,20 @@ TYPED_TEST(RotationAzimuth, ForwardNeedsAStepOfAtLeastTheEpsilon) {
 }
 
 TYPED_TEST(RotationAzimuth, AStepOfExactlyTheEpsilonIsForward) {
-  // Just off the second axis the azimuth is small enough for a step to be exact: the predecessor is
-  // set so that the difference is the epsilon itself, then one bit less.
-  PoseSensorData rec = TypeParam::Reading(3e-8, 1.0);
-  rec.MagneticX_A = 2e-6;
-  PoseSensorData previous;
+  // At 1.5e-6 degrees, where the difference to an azimuth one epsilon less is exact.
+  PoseSensorData rec = TypeParam::Reading(1.0, 3.8e7);
   this->screening.Calculate_Azimuth_One(&rec);
-  const double azimuth = rec.Azimuth;
-  double before = azimuth - kEpsilon;
-  while (azimuth - before < kEpsilon) before = std::nextafter(before, 0.0);
-  while (azimuth - before > kEpsilon) before = std::nextafter(before, 1.0);
-  for (const double azimuthBefore : {before, std::nextafter(before, 1.0)}) {
-    previous.Azimuth = azimuthBefore;
-    this->screening.m_pPrevRecord = &previous;
-    this->screening.Calculate_Azimuth_One(&rec);
-    EXPECT_EQ(rec.Forward, azimuth - azimuthBefore >= kEpsilon ? 1 : 0);
-  }
+  PoseSensorData previous;
+  previous.Azimuth = rec.Azimuth - kEpsilon;
+  ASSERT_EQ(rec.Azimuth - previous.Azimuth, kEpsilon);
+
+  this->screening.m_pPrevRecord = &previous;
+  this->screening.Calculate_Azimuth_One(&rec);
+  EXPECT_EQ(rec.Forward, 1);
+
+  previous.Azimuth = rec.Azimuth - kBelowEpsilon;
+  this->screening.m_pPrevRecord = &previous;
+  this->screening.Calculate_Azimuth_One(&rec);
   EXPECT_EQ(rec.Forward, 0);
 }
 

@@ -41,7 +41,8 @@ Entries EntriesByAzimuth(const PoseSensorDataArray& arr) {
 // Played backwards, the queue needs no rotation: at its end it fills the places 0 ... size - 1 from
 // the front. While it held s records, k smaller ones had turned it since the last had joined at its
 // back, so that one now stands k places further to the front, round the ring of the places not
-// given away yet. With it taken out, the place after it was the front before.
+// given away yet. The place after it, which has its rank once it is taken out, was the
+// front before.
 void OrderByQueue(Entries::iterator first, Entries::iterator last, const RankSet& smaller,
                   std::size_t smallerInAll) {
   const Entries joined(first, last);
@@ -58,7 +59,7 @@ void OrderByQueue(Entries::iterator first, Entries::iterator last, const RankSet
     const std::size_t place = places.AtRank(rank);
     *(first + static_cast<std::ptrdiff_t>(place)) = youngest;
     places.Remove(place);
-    front = rank == s - 1 ? 0 : rank;
+    front = rank;
     smallerBefore = smallerBeforeYoungest;
   }
 }
