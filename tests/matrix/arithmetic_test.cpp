@@ -1,5 +1,7 @@
 // Sums, differences and products, their flags, cursors and mismatches.
 
+#include <cmath>
+
 #include <gtest/gtest.h>
 
 #include "support/literal_matrix.h"

@@ -253,13 +253,13 @@ constexpr int kMinusFour = -4;
 constexpr int kMinusFour = 256 - 4;
 #endif
 
-void SayThatHandlersRun() { std::fputs("exit handlers run\n", stderr); }
+void SayThatHandlersRun() { static_cast<void>(std::fputs("exit handlers run\n", stderr)); }
 
 TEST(CholeskyFactorDeathTest, OfAMatrixThatIsNotSquareEndsTheProcessThroughItsExitHandlers) {
   const CSZMatrix matrix(2, 3);
   EXPECT_EXIT(
       {
-        std::atexit(SayThatHandlersRun);
+        static_cast<void>(std::atexit(SayThatHandlersRun));
         int ok = 7;
         static_cast<void>(matrix.matChole(&ok));
       },

@@ -1,6 +1,7 @@
 // The library's matrix beside the plain writing: the same bits, flags and cursors for any input.
 
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <random>
 
@@ -265,7 +266,9 @@ TEST(CholeskyFactorProperty, TheFactorTimesItsTransposeIsTheMatrix) {
       for (std::uint32_t j = 0; j < order; ++j) {
         RC_ASSERT(std::fabs(product.GetData(i, j) - matrix.GetData(i, j)) < 1e-10);
       }
-      for (std::uint32_t j = i + 1; j < order; ++j) RC_ASSERT(lower.GetData(i, j) == 0.0);
+      for (std::uint32_t j = i + 1; j < order; ++j) {
+        RC_ASSERT(lower.GetData(i, j) == 0.0);
+      }
     }
   }));
 }

@@ -1,5 +1,6 @@
 // Construction, sizes, element access and assignment.
 
+#include <type_traits>
 #include <utility>
 #include <vector>
 

@@ -75,6 +75,7 @@ int CKFilter::SetInitialVariance(CSZMatrix P0) {
   return 1;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): every matrix argument is a copy.
 CSZMatrix CKFilter::Filter(CSZMatrix z, CSZMatrix u, int /*ignored*/) {
   if (!HasSize(z, m_, 1) || !HasSize(u, n_, 1)) {
     detail::ShowMessageBox(L"Filter Failure!", L"Warning", MessageIcon::Exclamation);

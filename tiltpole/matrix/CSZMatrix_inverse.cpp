@@ -75,7 +75,7 @@ class GaussJordan {
     std::uint32_t row;
     std::uint32_t column;
   };
-  // Up to this order the pivots need no allocation, which would cost more than the inverse.
+  // Up to this order the pivots need no allocation, a good part of the cost of a small inverse.
   static constexpr std::uint32_t kFewPivots = 32;
 
   double* Row(std::uint32_t i) { return elements_ + static_cast<std::size_t>(i) * order_; }

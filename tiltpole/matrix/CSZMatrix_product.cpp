@@ -26,7 +26,7 @@ struct Factors {
 // The sums of kRows rows and kWide times the lanes' columns, kept in registers over all of k.
 template <class Lanes, std::size_t kRows, std::size_t kWide>
 void Tile(const Factors& f, std::size_t row, std::size_t column) {
-  constexpr std::size_t kLanes = sizeof(Lanes) / sizeof(double);
+  constexpr std::size_t kLanes = detail::kLanesIn<Lanes>;
   const double* const a = f.a + row * f.depth;
   const double* b = f.b + column;
   Lanes sums[kRows][kWide] = {};

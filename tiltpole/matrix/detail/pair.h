@@ -4,6 +4,7 @@
 // plain loop; where the processor has no such registers the compiler makes two plain operations.
 
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -11,6 +12,11 @@
 namespace tiltpole::detail {
 
 using Pair = double __attribute__((vector_size(2 * sizeof(double))));
+
+template <class Lanes>
+inline constexpr std::size_t kLanesIn = 1;
+template <>
+inline constexpr std::size_t kLanesIn<Pair> = 2;
 
 // One place for both widths, so that a loop can be written once and end on a single element.
 template <class Lanes>
