@@ -82,6 +82,26 @@ TEST(CompassGeometry, ASmallerSideUnderFivePixelsGivesANegativeSize) {
   EXPECT_EQ(CompassGeometry::In({0, 0, 0, 0}).outer, -2);
 }
 
+TEST(CompassGeometry, ALargeDialKeepsTheProportions) {
+  const CompassGeometry dial = CompassGeometry::In({0, 0, 2005, 2005});
+  EXPECT_EQ(dial.outer, 1000);
+  EXPECT_EQ(dial.middle, 960);
+  EXPECT_EQ(dial.inner, 875);
+  EXPECT_EQ(dial.needle_unit, 33);
+}
+
+TEST(CompassGeometry, TicksWithoutALabelAreHalfAsLong) {
+  const CompassGeometry dial = CompassGeometry::In({0, 0, 2005, 2005});
+  EXPECT_EQ(dial.TickEnd(0), (Point{1002, 1002 - 875 + 67}));
+  EXPECT_EQ(dial.TickStart(1), (Point{1154, 140}));
+  EXPECT_EQ(dial.TickEnd(1), (Point{1148, 173}));
+}
+
+TEST(CompassGeometry, ThirdsOfTheDialAreNotTruncated) {
+  EXPECT_EQ(CompassGeometry::In({0, 0, 205, 157}).Needle(0.0).tip, (Point{102, 27}));
+  EXPECT_EQ(CompassGeometry::In({0, 0, 205, 157}).Needle(90.0).tip, (Point{153, 78}));
+}
+
 TEST(CompassGeometry, TickLengthIsPositiveInTheSmallestWindowsToo) {
   EXPECT_EQ(CompassGeometry::In({0, 0, 0, 0}).TickLength(), 5 / 30.0);
 }
