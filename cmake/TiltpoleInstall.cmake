@@ -1,28 +1,36 @@
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
-set(tiltpole_installed_targets tiltpole)
-if(TARGET tiltpole_controls)
-  list(APPEND tiltpole_installed_targets tiltpole_controls)
-endif()
+# tiltpole_install_library(<target> <component>)
+function(tiltpole_install_library target component)
+  install(
+    TARGETS ${target}
+    EXPORT tiltpole
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+            COMPONENT ${component}
+            NAMELINK_COMPONENT development
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT ${component}
+    INCLUDES
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+endfunction()
 
-install(
-  TARGETS ${tiltpole_installed_targets}
-  EXPORT tiltpole
-  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
-  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-          COMPONENT runtime
-          NAMELINK_COMPONENT development
-  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime
-  INCLUDES
-  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+tiltpole_install_library(tiltpole runtime)
+set(tiltpole_headers_left_out "recording$")
+if(TARGET tiltpole_controls)
+  tiltpole_install_library(tiltpole_controls controls)
+else()
+  list(APPEND tiltpole_headers_left_out "controls$" "platform/(qt|win32)$"
+       "platform/(drawing|window)\\.h$")
+endif()
+list(JOIN tiltpole_headers_left_out "|" tiltpole_headers_left_out)
 install(
   DIRECTORY "${PROJECT_SOURCE_DIR}/tiltpole"
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
   COMPONENT development
   FILES_MATCHING
   PATTERN "*.h"
-  PATTERN "platform/recording" EXCLUDE)
+  REGEX "${tiltpole_headers_left_out}" EXCLUDE)
 install(
   DIRECTORY "${PROJECT_BINARY_DIR}/generated/tiltpole"
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
@@ -48,3 +56,10 @@ install(
   FILES "${PROJECT_BINARY_DIR}/tiltpole.pc"
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
   COMPONENT development)
+
+if(TARGET tiltpole_cli)
+  install(TARGETS tiltpole_cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
+endif()
+if(TARGET tiltpole_field)
+  install(TARGETS tiltpole_field RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
+endif()

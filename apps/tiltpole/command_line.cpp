@@ -14,8 +14,12 @@ namespace tiltpole::cli {
 namespace {
 
 using AddCommand = void (*)(CLI::App&, Action&);
-constexpr AddCommand kCommands[] = {AddSimulate, AddCalibrate, AddMeasure,
-                                    AddScreen,   AddParams,    AddTransform};
+constexpr AddCommand kCommands[] = {
+    AddSimulate, AddCalibrate, AddMeasure, AddScreen, AddParams, AddTransform,
+#ifdef TILTPOLE_COMMANDS_DRAW
+    AddDraw,
+#endif
+};
 
 constexpr const char* kFooter =
     "Files are CSV with a header row; '-' stands for standard input or output. An output file\n"

@@ -20,6 +20,9 @@ void AddMeasure(CLI::App& program, Action& action);
 void AddCalibrate(CLI::App& program, Action& action);
 void AddScreen(CLI::App& program, Action& action);
 void AddTransform(CLI::App& program, Action& action);
+#ifdef TILTPOLE_COMMANDS_DRAW
+void AddDraw(CLI::App& program, Action& action);
+#endif
 
 /// Makes a subcommand run @p run with its own options, which live as long as the action.
 template <typename Options>
