@@ -14,7 +14,7 @@ MAY_INCLUDE = {
     "estimation": {"matrix", "platform"},
     "calibration": {"records", "matrix", "estimation", "platform"},
     "screening": {"records"},
-    "quality": {"records", "positioning", "calibration", "screening"},
+    "quality": {"records", "platform", "positioning", "calibration", "screening"},
     "controls": {"platform"},
 }
 
