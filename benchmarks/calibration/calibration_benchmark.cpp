@@ -53,8 +53,14 @@ void Library(benchmark::State& state, const Session& session) {
   for (auto _ : state) benchmark::DoNotOptimize(adjust.Adjust());
 }
 
-void LibraryInTwoLanes(benchmark::State& state, const Session& session) {
+// The fits of both magnetometers by sums of a given width.
+void LibraryInLanes(benchmark::State& state, const Session& session, std::size_t way) {
   Silence();
+  const auto ways = tiltpole::detail::ConicSummationsOfThisProcessor();
+  if (way >= ways.size()) {
+    state.SkipWithError("this processor has no such vectors");
+    return;
+  }
   const auto matrixOf = [](const std::vector<tiltpole::PoseSensorData>& samples, bool A) {
     Turn turn;
     for (const auto& s : samples) {
@@ -68,8 +74,7 @@ void LibraryInTwoLanes(benchmark::State& state, const Session& session) {
       tiltpole::Incline_MagneticCorrectParameter par;
       tiltpole::detail::CorrectionFit fit(
           tiltpole::detail::ReadingsOf(matrixOf(session.horizontal, A)),
-          tiltpole::detail::ReadingsOf(matrixOf(session.vertical, A)),
-          tiltpole::detail::PortableConicSummation());
+          tiltpole::detail::ReadingsOf(matrixOf(session.vertical, A)), ways[way]);
       if (fit.Run(par) == 0) break;
       benchmark::DoNotOptimize(par);
     }
@@ -94,10 +99,11 @@ const Session kNoisy2000 = NoisySession(2000);
 const Session kBeyond = BeyondTheBracket(60);
 const Session kNaN = WithOneNaN(12);
 
-#define ALL_WAYS(session)                                                                \
-  BENCHMARK_CAPTURE(Library, session, session)->Unit(benchmark::kMicrosecond);           \
-  BENCHMARK_CAPTURE(LibraryInTwoLanes, session, session)->Unit(benchmark::kMicrosecond); \
-  BENCHMARK_CAPTURE(Literal, session, session)->Unit(benchmark::kMicrosecond);           \
+#define ALL_WAYS(session)                                                                       \
+  BENCHMARK_CAPTURE(Library, session, session)->Unit(benchmark::kMicrosecond);                  \
+  BENCHMARK_CAPTURE(LibraryInLanes, session##_two, session, 0)->Unit(benchmark::kMicrosecond);  \
+  BENCHMARK_CAPTURE(LibraryInLanes, session##_avx2, session, 1)->Unit(benchmark::kMicrosecond); \
+  BENCHMARK_CAPTURE(Literal, session, session)->Unit(benchmark::kMicrosecond);                  \
   BENCHMARK_CAPTURE(LiteralWithCSZMatrix, session, session)->Unit(benchmark::kMicrosecond)
 
 ALL_WAYS(kNoisy60);

@@ -17,9 +17,8 @@ using tiltpole::CInclineSensor_MagneticAdjust;
 using tiltpole::CSZMatrix;
 using tiltpole::Incline_MagneticCorrectParameter;
 using tiltpole::detail::ConicSummation;
+using tiltpole::detail::ConicSummationsOfThisProcessor;
 using tiltpole::detail::CorrectionFit;
-using tiltpole::detail::FastestConicSummation;
-using tiltpole::detail::PortableConicSummation;
 
 Kind AnyOf(std::initializer_list<Kind> kinds) {
   return *rc::gen::elementOf(std::vector<Kind>(kinds));
@@ -85,8 +84,9 @@ RC_GTEST_PROP(CalibrationAgainstTheLiteralWriting, EveryKindOfTurnAgreesUnderASm
   const CorrectionOutcome literal = LiteralMagCorrPara(H, V, cap);
   RC_CLASSIFY(literal.result == 1, "succeeded");
   RC_CLASSIFY(literal.passes == cap, "all passes run");
-  RC_ASSERT(Agree(LibraryMagCorrPara(H, V, cap, FastestConicSummation()), literal));
-  RC_ASSERT(Agree(LibraryMagCorrPara(H, V, cap, PortableConicSummation()), literal));
+  for (const ConicSummation& summation : ConicSummationsOfThisProcessor()) {
+    RC_ASSERT(Agree(LibraryMagCorrPara(H, V, cap, summation), literal));
+  }
 }
 
 }  // namespace

@@ -16,22 +16,27 @@ constexpr ConicSummation kPortable{
 
 }  // namespace
 
-const ConicSummation& PortableConicSummation() { return kPortable; }
-
-#ifdef TILTPOLE_WITH_AVX2
+#ifdef TILTPOLE_WITH_AVX
 
 void SumConicsWithAvx2(const ScaledPlane& plane, const double* t, double* sums);
+void SumConicsWithAvx512(const ScaledPlane& plane, const double* t, double* sums);
 
-const ConicSummation& FastestConicSummation() {
-  static const bool hasAvx2 = __builtin_cpu_supports("avx2") != 0;
-  static constexpr ConicSummation kWithAvx2{4, SumConicsWithAvx2};
-  return hasAvx2 ? kWithAvx2 : kPortable;
+std::vector<ConicSummation> ConicSummationsOfThisProcessor() {
+  std::vector<ConicSummation> ways = {kPortable};
+  if (__builtin_cpu_supports("avx2") != 0) ways.push_back({4, SumConicsWithAvx2});
+  if (__builtin_cpu_supports("avx512f") != 0) ways.push_back({8, SumConicsWithAvx512});
+  return ways;
 }
 
 #else
 
-const ConicSummation& FastestConicSummation() { return kPortable; }
+std::vector<ConicSummation> ConicSummationsOfThisProcessor() { return {kPortable}; }
 
 #endif
+
+const ConicSummation& FastestConicSummation() {
+  static const ConicSummation fastest = ConicSummationsOfThisProcessor().back();
+  return fastest;
+}
 
 }  // namespace tiltpole::detail

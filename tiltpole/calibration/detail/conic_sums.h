@@ -2,12 +2,14 @@
 
 // The sums of several ellipse fits at once, by the widest vectors that the processor has.
 
+#include <vector>
+
 #include "tiltpole/calibration/detail/conic_sums_kernel.h"
 #include "tiltpole/export.h"
 
 namespace tiltpole::detail {
 
-inline constexpr int kMostLanes = 4;
+inline constexpr int kMostLanes = 8;
 
 /// One way to form the sums. All ways give the same bits.
 struct ConicSummation {
@@ -17,10 +19,11 @@ struct ConicSummation {
   void (*Sum)(const ScaledPlane& plane, const double* t, double* sums);
 };
 
-/// Two lanes, which every 64-bit processor has.
-TILTPOLE_EXPORT const ConicSummation& PortableConicSummation();
+/// The ways that the processor running this offers, the slowest first: two lanes, which every
+/// 64-bit processor has; four with AVX2; eight with AVX-512.
+TILTPOLE_EXPORT std::vector<ConicSummation> ConicSummationsOfThisProcessor();
 
-/// Four lanes where the processor running this has AVX2, else the portable way.
+/// The last of them.
 TILTPOLE_EXPORT const ConicSummation& FastestConicSummation();
 
 }  // namespace tiltpole::detail

@@ -20,6 +20,10 @@ template <>
 struct VectorOf<4> {
   using Type = double __attribute__((vector_size(32)));
 };
+template <>
+struct VectorOf<8> {
+  using Type = double __attribute__((vector_size(64)));
+};
 #endif
 
 template <int kCount>
