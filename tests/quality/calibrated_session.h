@@ -48,7 +48,7 @@ inline SimulatedSession RandomSession(Random& random, double noise_share, double
   session.vertical_heading = random.Uniform(0.0, 360.0);
   session.sway = sway;
   session.tilt_noise = 0.05;
-  session.samples = 80;
+  session.samples = 70;
   return session;
 }
 

@@ -80,7 +80,7 @@ void ExpectRight(const Population& population, int sessions, double share_within
 }
 
 TEST(ExpectedHeadingError, AgreesWithTheTruthOver200SensorsTurnedByAnUnsteadyHand) {
-  ExpectRight({0.002, 1.0, 0.0, 360.0}, 110, 0.85);
+  ExpectRight({0.002, 1.0, 0.0, 360.0}, 105, 0.85);
 }
 
 TEST(ExpectedHeadingError, AgreesWithTheTruthForSensorsThatTheCorrectionCannotUndo) {

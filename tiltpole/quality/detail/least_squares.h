@@ -16,16 +16,18 @@ class LeastSquares {
   using Row = std::array<double, N>;
 
   void Add(const Row& row, double value) {
-    ++count_;
     for (std::size_t i = 0; i < N; ++i) {
       right_[i] += row[i] * value;
-      for (std::size_t j = 0; j < N; ++j) normal_[i][j] += row[i] * row[j];
+      for (std::size_t j = i; j < N; ++j) normal_[i][j] += row[i] * row[j];
     }
   }
 
   // False, with nothing solved, when the observations do not tell all unknowns.
   bool Solve() {
     std::array<Row, N> left = normal_;
+    for (std::size_t i = 0; i < N; ++i) {
+      for (std::size_t j = 0; j < i; ++j) left[i][j] = left[j][i];
+    }
     for (std::size_t i = 0; i < N; ++i) inverse_[i] = Row{};
     for (std::size_t i = 0; i < N; ++i) inverse_[i][i] = 1.0;
     for (std::size_t k = 0; k < N; ++k) {
@@ -38,7 +40,6 @@ class LeastSquares {
     return true;
   }
 
-  int Count() const { return count_; }
   const Row& Solution() const { return x_; }
   const std::array<Row, N>& Inverse() const { return inverse_; }
 
@@ -64,8 +65,7 @@ class LeastSquares {
     return true;
   }
 
-  int count_ = 0;
-  std::array<Row, N> normal_{};
+  std::array<Row, N> normal_{};  // its upper half; the lower one mirrors it
   std::array<Row, N> inverse_{};
   Row right_{};
   Row x_{};

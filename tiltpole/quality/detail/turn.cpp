@@ -11,8 +11,8 @@
 namespace tiltpole::detail {
 namespace {
 
-// A gap below this is an ordinary spacing of samples [degrees].
-constexpr double kLargestGap = 30.0;
+// A gap up to this is an ordinary spacing of samples [degrees]; the last digits are for rounding.
+constexpr double kLargestGap = 30.0 + 1e-6;
 
 TurnPoint MeanOf(const TurnPoints& points) {
   TurnPoint mean;
