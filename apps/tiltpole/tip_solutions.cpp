@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <limits>
 
-#include "tiltpole/quality/rigorous_tip.h"
-
 namespace tiltpole::cli {
 
 std::size_t TipSolutionIndex(const std::string& name) {
@@ -12,7 +10,8 @@ std::size_t TipSolutionIndex(const std::string& name) {
                                   kTipSolutions.begin());
 }
 
-TipOffsets SolveTip(CInclineSensor_Position& position, PoseSensorData& sample, double pole_length) {
+TipOffsets SolveTip(CInclineSensor_Position& position, PoseSensorData& sample, double pole_length,
+                    const RigorousTipOptions& options) {
   const double none = std::numeric_limits<double>::quiet_NaN();
   TipOffsets offsets;
   offsets.fill(xyhCoordinate{none, none, none});
@@ -20,9 +19,6 @@ TipOffsets SolveTip(CInclineSensor_Position& position, PoseSensorData& sample, d
   position.Position(sample, pole_length, offsets[0]);
   position.Position_Geometry_B(xyhCoordinate(), sample, pole_length, offsets[1]);
   position.Position_Math(xyhCoordinate(), sample, pole_length, offsets[2]);
-  RigorousTipOptions options;
-  options.MagneticBiasAngle_A = position.GetMagneticBiasAngle_A();
-  options.MagneticBiasAngle_B = position.GetMagneticBiasAngle_B();
   offsets[3] = SolveRigorousTip(sample, pole_length, options).Offset;
   return offsets;
 }

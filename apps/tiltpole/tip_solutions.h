@@ -7,6 +7,7 @@
 #include <string>
 
 #include "tiltpole/positioning/CInclineSensor_Position.h"
+#include "tiltpole/quality/rigorous_tip.h"
 #include "tiltpole/records/PoseSensorData.h"
 #include "tiltpole/records/xyhCoordinate.h"
 
@@ -22,7 +23,8 @@ std::size_t TipSolutionIndex(const std::string& name);
 using TipOffsets = std::array<xyhCoordinate, 4>;
 
 /// Works out the tip in all ways. The sample gets its corrected readings and headings, and
-/// @p position its flags for it.
-TipOffsets SolveTip(CInclineSensor_Position& position, PoseSensorData& sample, double pole_length);
+/// @p position its flags for it. @p options are those of the rigorous tip.
+TipOffsets SolveTip(CInclineSensor_Position& position, PoseSensorData& sample, double pole_length,
+                    const RigorousTipOptions& options);
 
 }  // namespace tiltpole::cli

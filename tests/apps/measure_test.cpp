@@ -20,7 +20,7 @@ const std::string kHeader =
     "set,time,incline_x,incline_y,mag_x_a,mag_y_a,mag_z_a,mag_x_b,mag_y_b,mag_z_b\n";
 
 ProgramRun Measure(const std::string& session, std::vector<std::string> further = {}) {
-  std::vector<std::string> arguments = {"measure", "-", "--pole-length", "2"};
+  std::vector<std::string> arguments = {"measure", "-", "--pole-length", "2", "--no-deviations"};
   arguments.insert(arguments.end(), further.begin(), further.end());
   return RunProgram(arguments, session);
 }
@@ -109,6 +109,28 @@ TEST(Measure, TiltsThatCannotBelongTogetherAreCountedAsUndetermined) {
   EXPECT_EQ(run.status, 0) << run.err;
   EXPECT_NE(run.out.find("nan,"), std::string::npos) << run.out;
   EXPECT_NE(run.err.find("\"undetermined\": 1"), std::string::npos) << run.err;
+}
+
+TEST(Measure, EveryTipHasStandardDeviations) {
+  // A plumb pole of 2 m: a tilt moves the tip sideways by 2 m times its sine, the length moves it
+  // up and down, and the heading not at all.
+  const auto run = RunProgram({"measure", "-", "--pole-length", "2", "--tilt-sd", "0.05",
+                               "--length-sd", "0.003", "--antenna-height-sd", "0.004"},
+                              kHeader + "measure,08:00:00,0,0,1,0,0,-1,0,0\n");
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_NE(run.out.find(",interference,sd_north,sd_east,sd_height\n"), std::string::npos);
+  EXPECT_NE(run.out.find(",1,0,0.001745,0.001745,0.005000\n"), std::string::npos) << run.out;
+}
+
+TEST(Measure, AHeadingDeviationMovesTheTipOfALeaningPoleSideways) {
+  // The tip lies 1 m to the north of the antenna; a degree of heading is 17.45 mm to the east.
+  const auto run = RunProgram({"measure", "-", "--pole-length", "2", "--tilt-sd", "0",
+                               "--length-sd", "0", "--heading-sd", "1.4142135623730951"},
+                              kHeader +
+                                  "measure,08:00:00,30,0,433.0127018922193,0,-250,"
+                                  "-433.0127018922193,0,-250\n");
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_NE(run.out.find(",0.01745"), std::string::npos) << run.out;
 }
 
 TEST(Measure, AnErrorInTheMiddleLeavesTheOldOutputAsItWas) {
