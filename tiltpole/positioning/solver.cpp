@@ -20,11 +20,11 @@ using detail::TriangleSides;
 
 constexpr double kLargestLeanDifference = 5.0;  // [degrees]
 
-xyhCoordinate TipAlong(const xyhCoordinate& origin, const Tilt& tilt, double azimuth,
+xyhCoordinate TipAlong(const xyhCoordinate& origin, double pole_to_horizontal, double azimuth,
                        double pole_length) {
   // Through degrees and back, as GetAngleofPoletoHorizontal hands it out: that decides its last
   // bit.
-  const double phi = ToRadians(ToDegrees(PoleToHorizontal(tilt)));
+  const double phi = ToRadians(ToDegrees(pole_to_horizontal));
   const double R = ToRadians(azimuth);
   const double reach = pole_length * std::cos(phi);
   xyhCoordinate tip;
@@ -49,7 +49,8 @@ double CInclineSensor_Position::GetAngleofPoletoHorizontal(double tiltX, double 
 double CInclineSensor_Position::GetAngleofPoleProject(double tiltX, double tiltY,
                                                       double heading) const {
   const Tilt tilt(tiltX, tiltY);
-  return FindTipAzimuth(tilt, NeededSides(tilt), heading).Unclamped();
+  const TriangleSides sides = NeededSides(tilt, PoleToHorizontal(tilt));
+  return FindTipAzimuth(tilt, sides, heading).Unclamped();
 }
 
 void CInclineSensor_Position::KeepTipAzimuth(const TipAzimuth& tip) {
@@ -62,9 +63,10 @@ void CInclineSensor_Position::KeepTipAzimuth(const TipAzimuth& tip) {
 int CInclineSensor_Position::Position_Geometry_A(xyhCoordinate origin, PoseSensorData data,
                                                  double pole_length, xyhCoordinate& result) {
   const Tilt tilt(data.InclineX, data.InclineY);
-  const TipAzimuth tip = FindTipAzimuth(tilt, NeededSides(tilt), data.Yaw_A);
+  const double phi = PoleToHorizontal(tilt);
+  const TipAzimuth tip = FindTipAzimuth(tilt, NeededSides(tilt, phi), data.Yaw_A);
   KeepTipAzimuth(tip);
-  result = TipAlong(origin, tilt, tip.azimuth, pole_length);
+  result = TipAlong(origin, phi, tip.azimuth, pole_length);
   return 1;
 }
 
@@ -74,7 +76,7 @@ int CInclineSensor_Position::Position_Geometry_B(xyhCoordinate origin, PoseSenso
   // Deliberate: the reversed tilts go in as radians where degrees are expected, so the direction is
   // that of a pole which leans by a 57th of the tilt. What a host sees of it is told in the header.
   const double azimuth = GetAngleofPoleProject(-tilt.alpha, -tilt.beta, data.Yaw_B);
-  result = TipAlong(origin, tilt, detail::WrapOnce(azimuth), pole_length);
+  result = TipAlong(origin, PoleToHorizontal(tilt), detail::WrapOnce(azimuth), pole_length);
   return 1;
 }
 
@@ -93,12 +95,13 @@ int CInclineSensor_Position::Position(PoseSensorData& data, double pole_length,
     return 1;
   }
 
-  const TriangleSides sides = AllSides(tilt);
+  const double phi = PoleToHorizontal(tilt);
+  const TriangleSides sides = AllSides(tilt, phi);
   const TipAzimuth tip_A = FindTipAzimuth(tilt, sides, data.Yaw_A);
-  KeepTipAzimuth(tip_A);
-  result = TipAlong(xyhCoordinate(), tilt, tip_A.azimuth, pole_length);
-
   const TipAzimuth tip_B = FindTipAzimuth(reversed, Reversed(sides), data.Yaw_B);
+  KeepTipAzimuth(tip_A);
+  result = TipAlong(xyhCoordinate(), phi, tip_A.azimuth, pole_length);
+
   const double lean_A = LeanDirection(tip_A.Unclamped());
   const double lean_B = LeanDirection(tip_B.Unclamped());
   // Deliberate: the difference is not wrapped, so lean directions of 359 and 1 degrees count as a
