@@ -10,16 +10,14 @@
 
 #include "apps/session/input_file.h"
 #include "apps/session/session_reader.h"
+#include "examples/feed.h"
 #include "tiltpole/controls/CGraphCompass.h"
 #include "tiltpole/controls/CGraphIncline_Left.h"
 #include "tiltpole/controls/CGraphIncline_Right.h"
 #include "tiltpole/controls/CGraphMagnetic_XY.h"
 #include "tiltpole/controls/CGraphMagnetic_XZ.h"
-#include "tiltpole/positioning/CInclineSensor_Position.h"
 
 namespace {
-
-using tiltpole::session::SampleSet;
 
 // [dialog]
 class Dialog : public QWidget {
@@ -48,32 +46,6 @@ class Dialog : public QWidget {
 };
 // [dialog]
 
-tiltpole::MagneticPoint ReadingOf(const tiltpole::PoseSensorData& sample) {
-  return {static_cast<int>(sample.MagneticX_A), static_cast<int>(sample.MagneticY_A),
-          static_cast<int>(sample.MagneticZ_A)};
-}
-
-// The plots show the two turns, the dials the last sample.
-void Feed(Dialog& dialog, tiltpole::session::SessionReader& session) {
-  tiltpole::CInclineSensor_Position solver;
-  tiltpole::session::SessionSample sample;
-  tiltpole::xyhCoordinate tip;
-  while (session.Next(sample)) {
-    const tiltpole::MagneticPoint raw = ReadingOf(sample.sensors);
-    if (sample.set == SampleSet::Horizontal) dialog.turn_about_z.AddTrackPoint(raw.x, raw.y, raw.z);
-    if (sample.set == SampleSet::Vertical) dialog.turn_about_y.AddTrackPoint(raw.x, raw.y, raw.z);
-    solver.Position(sample.sensors, 2.0, tip);
-  }
-  const double tilt =
-      90.0 - solver.GetAngleofPoletoHorizontal(sample.sensors.InclineX, sample.sensors.InclineY);
-  dialog.compass.SetValue(sample.sensors.Yaw_A);
-  dialog.compass.SetFix(0);
-  dialog.left.SetValue(tilt);
-  dialog.right.SetValue(360.0 - tilt);
-  dialog.turn_about_z.ZoomAll();
-  dialog.turn_about_y.ZoomAll();
-}
-
 }  // namespace
 
 int main(int argc, char** argv) try {
@@ -85,7 +57,7 @@ int main(int argc, char** argv) try {
   Dialog dialog;
   tiltpole::session::InputFile file(argv[1], std::cin);
   tiltpole::session::SessionReader session(file.Stream(), file.Name());
-  Feed(dialog, session);
+  example::Feed(dialog, session);
   dialog.show();
   if (argc > 2) {
     const QString screenshot = QString::fromLocal8Bit(argv[2]);

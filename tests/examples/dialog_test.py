@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
 """Runs an example host in a real window, on a simulated session, and looks at its screenshot.
 
-usage: dialog_test.py COMMAND_LINE_PROGRAM SCREENSHOT.ppm DIALOG...
+usage: dialog_test.py --emulator=PROGRAM COMMAND_LINE_PROGRAM SCREENSHOT.ppm DIALOG
+
+The emulator runs the programs of another system; without one it is empty.
 """
 
 import os
@@ -31,11 +33,12 @@ def read_ppm(file):
 
 
 def main():
-    command_line, screenshot, *dialog = sys.argv[1:]
+    emulator, command_line, screenshot, dialog = sys.argv[1:]
+    run = [part for part in emulator.removeprefix("--emulator=").split(";") if part]
     session = screenshot + ".csv"
-    subprocess.run([command_line, "simulate", "--seed", "7", "-o", session], check=True)
+    subprocess.run([*run, command_line, "simulate", "--seed", "7", "-o", session], check=True)
     screen = [] if os.environ.get("DISPLAY") else [shutil.which("xvfb-run") or "xvfb-run", "-a"]
-    subprocess.run([*screen, *dialog, session, screenshot], check=True, timeout=120)
+    subprocess.run([*screen, *run, dialog, session, screenshot], check=True, timeout=120)
     pixels = read_ppm(screenshot)
     missing = False
     for what, (colour, at_least) in SEEN.items():
