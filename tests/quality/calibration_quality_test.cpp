@@ -182,6 +182,72 @@ TEST(CalibrationQuality, WithoutTiltsTheVerdictIsNeverGood) {
   EXPECT_TRUE(Has(quality, QualityCode::TiltsMissing));
 }
 
+TEST(CalibrationQuality, APoleThatLeanedToOneSideOfTheSensorIsToldAndItsHeadingErrorToo) {
+  // The operator walks around with the pole leaning forward by 3 degrees: the vertical field, 1.7
+  // times the horizontal one, puts a constant part into x, and the fit takes it for an offset.
+  Random random(6);
+  SimulatedSession session = RandomSession(random, 0.0005, 0.0);
+  session.dip = 60.0;
+  RecordTurns(session, random);
+  session.horizontal.clear();
+  for (int i = 0; i < 72; ++i)
+    session.horizontal.push_back(SampleOf(session, LeaningPole(5.0 * i, 3.0, 5.0 * i), random));
+  const Calibrated calibrated = CalibrateAndJudge(session.horizontal, session.vertical);
+  ASSERT_EQ(calibrated.result, 1);
+  const QualityReason* reason = Find(calibrated.quality, QualityCode::PoleLeaned);
+  ASSERT_NE(reason, nullptr);
+  EXPECT_NE(reason->Sentence.find(L"leaned by 3.0 degrees"), std::wstring::npos);
+  const TrueError truth = TrueErrorAtTilt(session, session.A, 1.0, calibrated.A, 0.0);
+  EXPECT_NEAR(truth.largest, 3.0 * std::tan(60.0 * kDegree), 0.3);
+  EXPECT_NEAR(calibrated.quality.A.Heading.Systematic / std::sqrt(truth.mean_square), 1.0, 0.1);
+}
+
+TEST(CalibrationQuality, MagnetometersOfVeryDifferentGainAreImplausible) {
+  SimulatedSession session = IdealSession(72);
+  for (auto* turn : {&session.horizontal, &session.vertical}) {
+    for (PoseSensorData& sample : *turn) {
+      sample.MagneticX_B *= 0.5;
+      sample.MagneticY_B *= 0.5;
+      sample.MagneticZ_B *= 0.5;
+    }
+  }
+  const CalibrationQuality quality = JudgeWithDefaults(session);
+  EXPECT_NEAR(quality.FieldStrengthRatio, 2.0, 1e-9);
+  EXPECT_TRUE(Has(quality, QualityCode::StrengthImplausible));
+}
+
+TEST(CalibrationQuality, ScalesUnlikeASoundSensorsAreSaidToBeSo) {
+  const SimulatedSession session = IdealSession(72);
+  tiltpole::Incline_MagneticCorrectParameter odd;
+  odd.b = 1.95;
+  const CalibrationQuality quality =
+      JudgeCalibration(session.horizontal, session.vertical, odd, {}, {});
+  EXPECT_TRUE(Has(quality, QualityCode::ScalesImplausible));
+  EXPECT_EQ(quality.ScaleRatioY, 1.95);
+}
+
+TEST(CalibrationQuality, ATranslationThatRaisesInterferenceIsARemark) {
+  const SimulatedSession session = IdealSession(72);
+  tiltpole::Incline_MagneticTranslationParameter off;
+  off.dZ = 500.0;
+  const CalibrationQuality quality =
+      JudgeCalibration(session.horizontal, session.vertical, {}, {}, off);
+  const QualityReason* reason = Find(quality, QualityCode::TranslationUnfit);
+  ASSERT_NE(reason, nullptr);
+  EXPECT_EQ(reason->Weight, Verdict::Good);
+  EXPECT_EQ(quality.Result, Verdict::Good);
+}
+
+TEST(CalibrationQuality, MagnetometersThatSeeDifferentDipsAreSaidToBeSo) {
+  SimulatedSession session = IdealSession(72);
+  for (PoseSensorData& sample : session.horizontal) sample.MagneticZ_B *= 1.3;
+  const CalibrationQuality quality = JudgeWithDefaults(session);
+  EXPECT_LT(quality.DipDifference, -2.0);
+  EXPECT_TRUE(Has(quality, QualityCode::DipsDiffer));
+  // B's two turns no longer see a field of one strength either.
+  EXPECT_TRUE(Has(quality, QualityCode::StrengthImplausible));
+}
+
 TEST(CalibrationQuality, ASteepFieldIsSaidToTellLittle) {
   SimulatedSession session;
   session.dip = 82.0;

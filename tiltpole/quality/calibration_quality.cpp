@@ -97,6 +97,7 @@ CalibrationQuality JudgeCalibration(const std::vector<PoseSensorData>& horizonta
   detail::FindFaultsOfField(quality, reasons);
   detail::FindFaultsOfParameters(correction_A, ConcernedMagnetometer::A, reasons);
   detail::FindFaultsOfParameters(correction_B, ConcernedMagnetometer::B, reasons);
+  detail::FindLean(corrected.Horizontal_A, quality.A.Dip, reasons);
   detail::FindMissingTilts(corrected.Vertical_A, reasons);
   detail::FindUnfitTranslation(corrected.Horizontal, translation, reasons);
   detail::Conclude(quality);

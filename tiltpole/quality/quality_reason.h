@@ -36,6 +36,7 @@ enum class QualityCode {
   SamplesDropped = 17,         ///< the fit rests on a small part of the samples
   ParametersOfAnotherPole = 18,  ///< a clean turn that these parameters do not fit at all
   TiltsMissing = 19,             ///< the vertical turn's tilts do not follow it
+  PoleLeaned = 21,               ///< the pole leaned to one side of the sensor all along its turn
   TranslationUnfit = 20,         ///< B is not where A and the translation expect it
 };
 

@@ -34,6 +34,9 @@ void FindFaultsOfParameters(const Incline_MagneticCorrectParameter& correction,
 // Parameters that leave a clean turn far from the circle about the origin were made elsewhere.
 void FindForeignParameters(const TurnReadings& horizontal, const TurnReadings& vertical,
                            ConcernedMagnetometer magnetometer, Reasons& reasons);
+// A lean that turns with the sensor shifts the centre of the turn, which the fit takes for an
+// offset.
+void FindLean(const TurnReadings& horizontal, double dip, Reasons& reasons);
 void FindMissingTilts(const TurnReadings& vertical, Reasons& reasons);
 void FindUnfitTranslation(const Samples& corrected,
                           const Incline_MagneticTranslationParameter& translation,

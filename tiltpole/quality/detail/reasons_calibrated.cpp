@@ -6,6 +6,7 @@
 #include "tiltpole/quality/detail/conic.h"
 #include "tiltpole/quality/detail/reasons.h"
 #include "tiltpole/quality/detail/wording.h"
+#include "tiltpole/records/detail/angles.h"
 #include "tiltpole/records/magnetic_correction.h"
 
 namespace tiltpole::detail {
@@ -27,6 +28,7 @@ constexpr Limits kReadingNoise = {1.0, 3.0, 10.0};
 constexpr Limits kHeadingDifference = {3.0, 5.0, 15.0};
 // Shares and degrees of the field.
 constexpr Limits kStrengthDifference = {0.03, 0.1, 0.3};
+constexpr Limits kStrengthRatio = {1.5, 2.5, 5.0};
 constexpr Limits kDip = {75.0, 80.0, 87.0};
 constexpr Limits kDipDifference = {2.0, 5.0, 20.0};
 
@@ -110,6 +112,13 @@ void FindFaultsOfField(const CalibrationQuality& quality, Reasons& reasons) {
                              L"need be done while the expected heading error is small."});
     }
   }
+  const double ratio = std::max(quality.FieldStrengthRatio, 1.0 / quality.FieldStrengthRatio);
+  AddUnlessGood(reasons,
+                {QualityCode::StrengthImplausible, WeightOf(ratio, kStrengthRatio), M::Both,
+                 ConcernedTurn::Horizontal,
+                 L"One magnetometer sees a field " + Tenths(ratio) +
+                     L" times as strong as the other. Have the sensor checked, or look for iron "
+                     L"near one of them."});
   const double difference = std::fabs(quality.DipDifference);
   AddUnlessGood(reasons,
                 {QualityCode::DipsDiffer, WeightOf(difference, kDipDifference), M::Both,
@@ -163,6 +172,22 @@ void FindForeignParameters(const TurnReadings& horizontal, const TurnReadings& v
                            L" do not fit them: they belong to another pole, or something on this "
                            L"one has changed. Calibrate this pole."});
   }
+}
+
+void FindLean(const TurnReadings& horizontal, double dip, Reasons& reasons) {
+  if (horizontal.Up.empty()) return;
+  Vector3 mean;
+  for (const Vector3& up : horizontal.Up) mean = mean + up;
+  const double lean = ToDegrees(std::atan2(std::hypot(mean.x, mean.y), mean.z));
+  const double in_heading = lean * std::fabs(std::tan(ToRadians(dip)));
+  AddUnlessGood(reasons,
+                {QualityCode::PoleLeaned, WeightOf(in_heading, kLargestError), M::Both,
+                 ConcernedTurn::Horizontal,
+                 L"While it was turned about its axis the pole leaned by " + Tenths(lean) +
+                     L" degrees to the same side of the sensor, which puts headings off by up to " +
+                     Tenths(in_heading) +
+                     L" degrees. Keep the pole plumb while turning it, and check that the sensor "
+                     L"sits straight on it."});
 }
 
 void FindMissingTilts(const TurnReadings& vertical, Reasons& reasons) {
