@@ -231,8 +231,8 @@ class TILTPOLE_EXPORT CInclineSensor_Position {
 
   /// The azimuth of the tip, seen from the antenna.
   ///
-  /// Unlike in Position_Geometry_A nothing is clamped: within about 1e-6 degrees of a tilt whose
-  /// axis is level, rounding can make the azimuth not a number.
+  /// Unlike in Position_Geometry_A nothing is clamped: tilts that cannot belong to perpendicular
+  /// axes give an azimuth that is not a number.
   ///
   /// @param[in] tiltX    elevation of the sensor's x axis [degrees]
   /// @param[in] tiltY    elevation of the sensor's y axis [degrees]
