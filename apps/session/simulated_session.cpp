@@ -6,8 +6,8 @@ namespace tiltpole::session {
 namespace {
 
 constexpr std::int64_t kSamplesPerSecond = 10;
-constexpr std::int64_t kStart = 8 * 3600;
-constexpr std::int64_t kDay = 24 * 3600;
+constexpr std::int64_t kStart = std::int64_t{8} * 3600;
+constexpr std::int64_t kDay = std::int64_t{24} * 3600;
 constexpr double kPositionStep = 1e-9;
 // Off the cardinal directions, so that no axis happens to lie along the field during a turn.
 constexpr double kVerticalTurnHeading = 30.0;

@@ -3,6 +3,8 @@
 // The library's modal messages, for a program without windows.
 
 #include <ostream>
+#include <string>
+#include <vector>
 
 #include "tiltpole/platform/message_box.h"
 
@@ -17,7 +19,11 @@ class MessagesToStream {
   MessagesToStream(const MessagesToStream&) = delete;
   MessagesToStream& operator=(const MessagesToStream&) = delete;
 
+  /// The texts of the messages so far.
+  const std::vector<std::wstring>& Shown() const { return shown_; }
+
  private:
+  std::vector<std::wstring> shown_;
   MessageBoxHandler previous_;
 };
 

@@ -11,6 +11,7 @@
 #include "apps/session/input_file.h"
 #include "apps/session/number_text.h"
 #include "apps/session/output_file.h"
+#include "apps/tiltpole/ascii_text.h"
 #include "apps/tiltpole/console.h"
 #include "tiltpole/persistence/CParameterFile.h"
 
@@ -27,25 +28,17 @@ constexpr std::array<const char*, 21> kKeys = {
     "MagneticB.z0",       "CoorTrans.dX", "CoorTrans.dY", "CoorTrans.dZ", "MagneticBiasAngle_A",
     "MagneticBiasAngle_B"};
 
-std::wstring Wide(const std::string& ascii) { return {ascii.begin(), ascii.end()}; }
-
-std::string Narrow(const std::wstring& text) {
-  std::string result;
-  for (const wchar_t sign : text) result += sign > 0 && sign < 0x7f ? static_cast<char>(sign) : '?';
-  return result;
-}
-
 void CheckEntry(const CParameterFile& file, const std::string& key, ParameterFileContent& content) {
   std::wstring text;
-  if (file.ReadString(Wide(key), text) == 0) {
+  if (file.ReadString(WideAscii(key), text) == 0) {
     content.problems.push_back(key + " is missing");
     return;
   }
   double value = 0.0;
-  file.ReadDouble(Wide(key), value);
+  file.ReadDouble(WideAscii(key), value);
   content.entries.push_back({key, value});
-  if (!session::ParseNumber(Narrow(text))) {
-    content.problems.push_back(key + " is " + Quoted(Narrow(text)) +
+  if (!session::ParseNumber(NarrowAscii(text))) {
+    content.problems.push_back(key + " is " + Quoted(NarrowAscii(text)) +
                                "; expected a finite decimal number");
   }
 }

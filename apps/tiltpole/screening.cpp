@@ -3,7 +3,6 @@
 #include <limits>
 #include <memory>
 
-#include "tiltpole/platform/saturate.h"
 #include "tiltpole/screening/CInclineSensor_Filter_XY.h"
 #include "tiltpole/screening/CInclineSensor_Filter_XZ.h"
 
@@ -42,10 +41,12 @@ class Turn : public Filter {
     const int sectors = 360 / width;
     std::vector<bool> hit(static_cast<std::size_t>(sectors));
     for (const PoseSensorData* const record : this->m_arrRecord) {
-      const int sector = detail::TruncateSaturated(record->Azimuth / width);
+      const double azimuth = record->Azimuth;
+      if (!(azimuth > 0.0 && azimuth < 360.0)) continue;
+      const int sector = static_cast<int>(azimuth) / width;
       // As the library counts: an azimuth on a border fills no sector.
-      const bool inside = record->Azimuth > sector * width && sector >= 0 && sector < sectors;
-      if (inside) hit[static_cast<std::size_t>(sector)] = true;
+      if (sector < sectors && azimuth > sector * width)
+        hit[static_cast<std::size_t>(sector)] = true;
     }
     std::vector<AzimuthRange> ranges;
     for (int i = 0; i < sectors; ++i) {

@@ -8,17 +8,12 @@
 #include "apps/session/session_reader.h"
 #include "apps/session/session_writer.h"
 #include "apps/tiltpole/parameter_file.h"
-#include "apps/tiltpole/turn_scatter.h"
 #include "program.h"
 #include "temporary_folder.h"
 
 namespace {
 
-using tiltpole::MagneticReading;
 using tiltpole::cli::ReadParameterFile;
-using tiltpole::cli::ScatterAfter;
-using tiltpole::cli::ScatterBefore;
-using tiltpole::cli::TurnPlane;
 using tiltpole::session::SampleSet;
 using tiltpole::session::SessionReader;
 using tiltpole::session::SessionSample;
@@ -70,8 +65,9 @@ TEST(Calibrate, PrintsTheParametersAndTheScatterOfTheRadius) {
   const TemporaryFolder folder;
   const auto run = RunProgram({"calibrate", "-", "-o", folder.File("pole.txt")}, Simulated());
   ASSERT_EQ(run.status, 0) << run.err;
-  for (const char* const text : {"parameter", "x0", "translation: dX", "A horizontal", "A vertical",
-                                 "B horizontal", "B vertical", "mean before", "mean after"}) {
+  for (const char* const text :
+       {"parameter", "x0", "translation: dX", "A horizontal", "A vertical", "B horizontal",
+        "B vertical", "out of plane", "expected heading error", "verdict: "}) {
     EXPECT_NE(run.out.find(text), std::string::npos) << text;
   }
 }
@@ -82,7 +78,7 @@ TEST(Calibrate, GivesJson) {
       RunProgram({"calibrate", "-", "-o", folder.File("pole.txt"), "--json"}, Simulated());
   ASSERT_EQ(run.status, 0) << run.err;
   EXPECT_EQ(run.out.substr(0, 1), "{");
-  EXPECT_NE(run.out.find("\"radius_after\""), std::string::npos);
+  EXPECT_NE(run.out.find("\"horizontal_after\""), std::string::npos);
 }
 
 TEST(Calibrate, ASessionWithoutVerticalTurnFailsWithTheMessagesAndKeepsTheOldFile) {
@@ -91,12 +87,19 @@ TEST(Calibrate, ASessionWithoutVerticalTurnFailsWithTheMessagesAndKeepsTheOldFil
   const auto run = RunProgram({"calibrate", "-", "-o", folder.File("pole.txt")},
                               Only(Simulated(), {SampleSet::Horizontal}, 1000));
   EXPECT_EQ(run.status, 1);
-  EXPECT_EQ(run.err,
-            "tiltpole: Warning: The points less than 5, could not fit!\n"
-            "tiltpole: Warning: Ellipse fitting failed, around the Y-axis data is incorrect!\n"
-            "tiltpole: Warning: A calculation of the magnetometer calibration fails, please "
-            "recalibrate!\n"
-            "tiltpole: -: the calibration failed with 360 horizontal and 0 vertical samples\n");
+  const std::string messages =
+      "tiltpole: Warning: The points less than 5, could not fit!\n"
+      "tiltpole: Warning: Ellipse fitting failed, around the Y-axis data is incorrect!\n"
+      "tiltpole: Warning: A calculation of the magnetometer calibration fails, please "
+      "recalibrate!\n";
+  EXPECT_EQ(run.err.substr(0, messages.size()), messages);
+  EXPECT_NE(run.err.find("- (unusable) There are 0 samples of the turn about the sensor's y axis"),
+            std::string::npos)
+      << run.err;
+  EXPECT_NE(run.err.find("tiltpole: standard input: the calibration failed with 360 horizontal and "
+                         "0 vertical samples\n"),
+            std::string::npos)
+      << run.err;
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(folder.Read("pole.txt"), "old");
   EXPECT_EQ(folder.CountFiles(), 1);
@@ -159,35 +162,31 @@ TEST(Calibrate, TheSelectionOfTheScreeningServesAsWell) {
   EXPECT_NEAR(fitted.position.GetMagneticCorrectPar_A().x0, 600.0, 1e-6);
 }
 
-TEST(TurnScatter, ACircleHasNone) {
-  std::vector<MagneticReading> turn;
-  for (int i = 0; i < 4; ++i) {
-    turn.push_back({10.0 + 5.0 * (i == 0) - 5.0 * (i == 2), 5.0 * (i == 1) - 5.0 * (i == 3), 7.0});
-  }
-  const auto scatter = ScatterBefore(turn, TurnPlane::XY);
-  EXPECT_EQ(scatter.radius, 5.0);
-  EXPECT_EQ(scatter.rms, 0.0);
-  EXPECT_EQ(scatter.largest, 0.0);
+TEST(Calibrate, AFailureSaysWhatToDo) {
+  const TemporaryFolder folder;
+  const auto run = RunProgram({"calibrate", "-", "-o", folder.File("pole.txt"), "--json"},
+                              Only(Simulated(), {SampleSet::Horizontal, SampleSet::Vertical}, 4));
+  EXPECT_EQ(run.status, 1);
+  EXPECT_NE(run.err.find("- (unusable) "), std::string::npos) << run.err;
+  EXPECT_NE(run.out.find("\"verdict\": \"unusable\""), std::string::npos);
+  EXPECT_NE(run.out.find("\"code\": 2"), std::string::npos) << run.out;
 }
 
-TEST(TurnScatter, AnEllipseHasTheSpreadOfItsRadii) {
-  const std::vector<MagneticReading> turn = {{6, 0, 0}, {-6, 0, 0}, {0, 0, 4}, {0, 0, -4}};
-  const auto scatter = ScatterBefore(turn, TurnPlane::XZ);
-  EXPECT_EQ(scatter.radius, 5.0);
-  EXPECT_EQ(scatter.rms, 1.0);
-  EXPECT_EQ(scatter.largest, 1.0);
+TEST(Calibrate, ACleanSessionIsGood) {
+  const TemporaryFolder folder;
+  const auto run = RunProgram({"calibrate", "-", "-o", folder.File("pole.txt")}, Simulated());
+  EXPECT_NE(run.out.find("\nverdict: good\n"), std::string::npos) << run.out;
 }
 
-TEST(TurnScatter, TheCorrectionIsAppliedBeforeTheRadiusIsTaken) {
-  tiltpole::Incline_MagneticCorrectParameter correction;
-  correction.x0 = 10.0;
-  correction.b = 2.0;
-  const std::vector<MagneticReading> turn = {{14, 0, 0}, {6, 0, 0}, {10, 2, 0}, {10, -2, 0}};
-  const auto scatter = ScatterAfter(turn, TurnPlane::XY, correction);
-  EXPECT_EQ(scatter.radius, 4.0);
-  EXPECT_EQ(scatter.rms, 0.0);
+TEST(Calibrate, MissingDirectionsAreNamed) {
+  const TemporaryFolder folder;
+  const auto run =
+      RunProgram({"calibrate", "-", "-o", folder.File("pole.txt")},
+                 Only(Simulated({"--ideal"}), {SampleSet::Horizontal, SampleSet::Vertical}, 271));
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_NE(run.out.find("horizontal turn: 75 % covered, missing directions [degrees]: 270 to 0"),
+            std::string::npos)
+      << run.out;
 }
-
-TEST(TurnScatter, NoReadingsHaveNone) { EXPECT_EQ(ScatterBefore({}, TurnPlane::XY).radius, 0.0); }
 
 }  // namespace

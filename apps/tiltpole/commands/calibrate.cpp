@@ -10,13 +10,13 @@
 #include <nlohmann/json.hpp>
 
 #include "apps/session/number_text.h"
-#include "apps/session/output_file.h"
 #include "apps/tiltpole/commands/commands.h"
+#include "apps/tiltpole/messages.h"
 #include "apps/tiltpole/parameter_file.h"
+#include "apps/tiltpole/quality_output.h"
 #include "apps/tiltpole/screening.h"
 #include "apps/tiltpole/session_table.h"
 #include "apps/tiltpole/text_table.h"
-#include "apps/tiltpole/turn_scatter.h"
 #include "tiltpole/calibration/CInclineSensor_MagneticAdjust.h"
 
 namespace tiltpole::cli {
@@ -25,15 +25,15 @@ namespace {
 using session::SampleSet;
 using session::SessionSample;
 
-const std::array<std::pair<const char*, double Incline_MagneticCorrectParameter::*>, 8> kFields = {
-    {{"a", &Incline_MagneticCorrectParameter::a},
-     {"b", &Incline_MagneticCorrectParameter::b},
-     {"c", &Incline_MagneticCorrectParameter::c},
-     {"d", &Incline_MagneticCorrectParameter::d},
-     {"e", &Incline_MagneticCorrectParameter::e},
-     {"x0", &Incline_MagneticCorrectParameter::x0},
-     {"y0", &Incline_MagneticCorrectParameter::y0},
-     {"z0", &Incline_MagneticCorrectParameter::z0}}};
+constexpr std::array<std::pair<const char*, double Incline_MagneticCorrectParameter::*>, 8>
+    kFields = {{{"a", &Incline_MagneticCorrectParameter::a},
+                {"b", &Incline_MagneticCorrectParameter::b},
+                {"c", &Incline_MagneticCorrectParameter::c},
+                {"d", &Incline_MagneticCorrectParameter::d},
+                {"e", &Incline_MagneticCorrectParameter::e},
+                {"x0", &Incline_MagneticCorrectParameter::x0},
+                {"y0", &Incline_MagneticCorrectParameter::y0},
+                {"z0", &Incline_MagneticCorrectParameter::z0}}};
 
 struct CalibrateOptions {
   std::string session;
@@ -43,144 +43,118 @@ struct CalibrateOptions {
 };
 
 struct Turns {
-  std::vector<SessionSample> horizontal;
-  std::vector<SessionSample> vertical;
+  std::vector<PoseSensorData> horizontal;
+  std::vector<PoseSensorData> vertical;
 };
 
-/// The correction of one magnetometer, and how round its turns are before and after.
-struct MagnetometerResult {
-  std::string name;
-  Incline_MagneticCorrectParameter correction;
-  std::array<TurnScatter, 2> before;
-  std::array<TurnScatter, 2> after;
+/// What a successful calibration gives.
+struct Parameters {
+  Incline_MagneticCorrectParameter correction_a;
+  Incline_MagneticCorrectParameter correction_b;
+  Incline_MagneticTranslationParameter translation;
 };
 
-std::vector<SessionSample> Screened(const std::vector<SessionSample>& turn, SampleSet set,
-                                    int count) {
-  std::vector<SessionSample> selected;
-  for (const std::size_t place : ScreenTurn(turn, set, count).selected) {
-    selected.push_back(turn[place]);
+std::vector<PoseSensorData> TurnOf(const SessionTable& table, SampleSet set, int screen) {
+  const std::vector<SessionSample> samples = SamplesOf(table, set);
+  std::vector<PoseSensorData> turn;
+  if (screen == 0) {
+    for (const auto& sample : samples) turn.push_back(sample.sensors);
+    return turn;
   }
-  return selected;
+  for (const std::size_t place : ScreenTurn(samples, set, screen).selected) {
+    turn.push_back(samples[place].sensors);
+  }
+  return turn;
 }
 
 Turns ReadTurns(const CalibrateOptions& options, Console& console) {
   const SessionTable table = ReadSession(
       options.session, {SampleSet::Horizontal, SampleSet::Vertical}, console, "calibrate");
-  Turns turns{SamplesOf(table, SampleSet::Horizontal), SamplesOf(table, SampleSet::Vertical)};
-  if (options.screen > 0) {
-    turns.horizontal = Screened(turns.horizontal, SampleSet::Horizontal, options.screen);
-    turns.vertical = Screened(turns.vertical, SampleSet::Vertical, options.screen);
-  }
-  return turns;
+  return {TurnOf(table, SampleSet::Horizontal, options.screen),
+          TurnOf(table, SampleSet::Vertical, options.screen)};
 }
 
 // Readings beyond all measure can overflow in the fit, which then ends without a failure.
-bool IsFinite(const CInclineSensor_MagneticAdjust& adjust) {
-  for (const auto& correction : {adjust.GetCorrectPar_A(), adjust.GetCorrectPar_B()}) {
+bool IsFinite(const Parameters& parameters) {
+  for (const auto* const correction : {&parameters.correction_a, &parameters.correction_b}) {
     for (const auto& [name, field] : kFields) {
-      if (!std::isfinite(correction.*field)) return false;
+      if (!std::isfinite(correction->*field)) return false;
     }
   }
-  const Incline_MagneticTranslationParameter translation = adjust.GetCoorTrans();
-  return std::isfinite(translation.dX + translation.dY + translation.dZ);
+  const Incline_MagneticTranslationParameter& translation = parameters.translation;
+  return std::isfinite(translation.dX) && std::isfinite(translation.dY) &&
+         std::isfinite(translation.dZ);
 }
 
-void Fit(CInclineSensor_MagneticAdjust& adjust, const Turns& turns, const std::string& name) {
-  for (SessionSample sample : turns.horizontal) adjust.Horizontal_Add(&sample.sensors);
-  for (SessionSample sample : turns.vertical) adjust.Vertical_Add(&sample.sensors);
-  if (adjust.Adjust() != 0 && IsFinite(adjust)) return;
-  throw DataError(name + ": the calibration failed with " +
-                  std::to_string(turns.horizontal.size()) + " horizontal and " +
-                  std::to_string(turns.vertical.size()) + " vertical samples");
-}
-
-std::vector<MagneticReading> ReadingsOf(const std::vector<SessionSample>& turn, bool of_b) {
-  std::vector<MagneticReading> readings;
-  for (const auto& sample : turn) {
-    const PoseSensorData& data = sample.sensors;
-    readings.push_back(of_b
-                           ? MagneticReading{data.MagneticX_B, data.MagneticY_B, data.MagneticZ_B}
-                           : MagneticReading{data.MagneticX_A, data.MagneticY_A, data.MagneticZ_A});
+[[noreturn]] void Fail(const CalibrateOptions& options, const Turns& turns,
+                       const MessagesToStream& messages, Console& console) {
+  const CalibrationQuality quality =
+      JudgeFailedCalibration(turns.horizontal, turns.vertical, messages.Shown());
+  PrintReasons(quality, console.err);
+  if (options.json) {
+    nlohmann::ordered_json json;
+    json["quality"] = ToJson(quality);
+    console.out << json.dump(2) << '\n';
   }
-  return readings;
+  throw DataError((options.session == "-" ? "standard input" : options.session) +
+                  ": the calibration failed with " + std::to_string(turns.horizontal.size()) +
+                  " horizontal and " + std::to_string(turns.vertical.size()) + " vertical samples");
 }
 
-MagnetometerResult ResultOf(const Turns& turns, bool of_b,
-                            const Incline_MagneticCorrectParameter& correction) {
-  const auto horizontal = ReadingsOf(turns.horizontal, of_b);
-  const auto vertical = ReadingsOf(turns.vertical, of_b);
-  return {of_b ? "B" : "A",
-          correction,
-          {ScatterBefore(horizontal, TurnPlane::XY), ScatterBefore(vertical, TurnPlane::XZ)},
-          {ScatterAfter(horizontal, TurnPlane::XY, correction),
-           ScatterAfter(vertical, TurnPlane::XZ, correction)}};
+Parameters Fit(const CalibrateOptions& options, Turns& turns, Console& console) {
+  CInclineSensor_MagneticAdjust adjust;
+  for (auto& sample : turns.horizontal) adjust.Horizontal_Add(&sample);
+  for (auto& sample : turns.vertical) adjust.Vertical_Add(&sample);
+  const MessagesToStream messages(console.err);
+  const bool fitted = adjust.Adjust() != 0;
+  const Parameters parameters = {adjust.GetCorrectPar_A(), adjust.GetCorrectPar_B(),
+                                 adjust.GetCoorTrans()};
+  if (!fitted || !IsFinite(parameters)) Fail(options, turns, messages, console);
+  return parameters;
 }
 
-constexpr const char* kTurnNames[] = {"horizontal", "vertical"};
+void Save(const std::string& path, const Parameters& parameters) {
+  CInclineSensor_Position position;
+  position.SetMagneticCorrectPar_A(parameters.correction_a);
+  position.SetMagneticCorrectPar_B(parameters.correction_b);
+  position.SetMagneticTranslationPar(parameters.translation);
+  WriteParameterFile(path, position);
+}
 
-void PrintText(const std::array<MagnetometerResult, 2>& results,
-               const Incline_MagneticTranslationParameter& translation, std::ostream& out) {
-  TextTable parameters({"parameter", "A", "B"});
+void PrintText(const Parameters& parameters, const CalibrationQuality& quality, std::ostream& out) {
+  TextTable table({"parameter", "A", "B"});
   for (const auto& [name, field] : kFields) {
-    parameters.Row({name, session::FixedText(results[0].correction.*field, 10),
-                    session::FixedText(results[1].correction.*field, 10)});
+    table.Row({name, session::FixedText(parameters.correction_a.*field, 10),
+               session::FixedText(parameters.correction_b.*field, 10)});
   }
-  parameters.Print(out);
-  out << "translation: dX " << session::FixedText(translation.dX, 4) << ", dY "
-      << session::FixedText(translation.dY, 4) << ", dZ " << session::FixedText(translation.dZ, 4)
-      << "\n\n";
-
-  TextTable scatter({"turn's radius [counts]", "mean before", "scatter", "largest", "mean after",
-                     "scatter", "largest"});
-  for (const auto& result : results) {
-    for (std::size_t i = 0; i < 2; ++i) {
-      std::vector<std::string> row = {result.name + " " + kTurnNames[i]};
-      for (const TurnScatter& turn : {result.before[i], result.after[i]}) {
-        row.push_back(session::FixedText(turn.radius, 2));
-        row.push_back(session::FixedText(turn.rms, 2));
-        row.push_back(session::FixedText(turn.largest, 2));
-      }
-      scatter.Row(row);
-    }
-  }
-  scatter.Print(out);
+  table.Print(out);
+  out << "translation: dX " << session::FixedText(parameters.translation.dX, 4) << ", dY "
+      << session::FixedText(parameters.translation.dY, 4) << ", dZ "
+      << session::FixedText(parameters.translation.dZ, 4) << "\n\n";
+  PrintQuality(quality, out);
 }
 
-nlohmann::ordered_json ToJson(const TurnScatter& scatter) {
-  return {{"radius", scatter.radius}, {"rms", scatter.rms}, {"largest", scatter.largest}};
-}
-
-void PrintJson(const std::array<MagnetometerResult, 2>& results,
-               const Incline_MagneticTranslationParameter& translation, std::ostream& out) {
+void PrintJson(const Parameters& parameters, const CalibrationQuality& quality, std::ostream& out) {
   nlohmann::ordered_json json;
-  for (const auto& result : results) {
-    nlohmann::ordered_json& entry = json["magnetometer_" + result.name];
-    for (const auto& [name, field] : kFields) entry[name] = result.correction.*field;
-    for (std::size_t i = 0; i < 2; ++i) {
-      entry["radius_before"][kTurnNames[i]] = ToJson(result.before[i]);
-      entry["radius_after"][kTurnNames[i]] = ToJson(result.after[i]);
-    }
+  for (const auto& [name, field] : kFields) {
+    json["parameters"]["A"][name] = parameters.correction_a.*field;
+    json["parameters"]["B"][name] = parameters.correction_b.*field;
   }
-  json["translation"] = {{"dX", translation.dX}, {"dY", translation.dY}, {"dZ", translation.dZ}};
+  json["parameters"]["translation"] = {{"dX", parameters.translation.dX},
+                                       {"dY", parameters.translation.dY},
+                                       {"dZ", parameters.translation.dZ}};
+  json["quality"] = ToJson(quality);
   out << json.dump(2) << '\n';
 }
 
 int Calibrate(const CalibrateOptions& options, Console& console) {
-  const Turns turns = ReadTurns(options, console);
-  CInclineSensor_MagneticAdjust adjust;
-  Fit(adjust, turns, options.session);
-
-  CInclineSensor_Position position;
-  position.SetMagneticCorrectPar_A(adjust.GetCorrectPar_A());
-  position.SetMagneticCorrectPar_B(adjust.GetCorrectPar_B());
-  position.SetMagneticTranslationPar(adjust.GetCoorTrans());
-  WriteParameterFile(options.output, position);
-
-  const std::array<MagnetometerResult, 2> results = {
-      ResultOf(turns, false, adjust.GetCorrectPar_A()),
-      ResultOf(turns, true, adjust.GetCorrectPar_B())};
-  (options.json ? PrintJson : PrintText)(results, adjust.GetCoorTrans(), console.out);
+  Turns turns = ReadTurns(options, console);
+  const Parameters parameters = Fit(options, turns, console);
+  const CalibrationQuality quality =
+      JudgeCalibration(turns.horizontal, turns.vertical, parameters.correction_a,
+                       parameters.correction_b, parameters.translation);
+  Save(options.output, parameters);
+  (options.json ? PrintJson : PrintText)(parameters, quality, console.out);
   return kDone;
 }
 
@@ -191,10 +165,10 @@ void AddCalibrate(CLI::App& program, Action& action) {
   CLI::App& command = *program.add_subcommand(
       "calibrate",
       "Fit both magnetometers to the horizontal and the vertical turn of a session and write the "
-      "parameter file. Prints the parameters, and how far the readings of each turn lie off a "
-      "circle before (about the middle of their box) and after. When the fit fails, the exit "
-      "status "
-      "is 1 and an old parameter file stays as it was.");
+      "parameter file. Prints the parameters, how far the readings of each turn lie off a circle "
+      "before and after, the heading error to be expected, and a verdict with its reasons. When "
+      "the fit fails, the reasons are told, the exit status is 1 and an old parameter file stays "
+      "as it was.");
   command.add_option("session", options->session, "Session file")->required();
   command.add_option("-o,--output", options->output, "Parameter file to write")->required();
   command

@@ -1,0 +1,21 @@
+#pragma once
+
+// The library's texts and keys, which are plain ASCII, as narrow text and back.
+
+#include <string>
+
+namespace tiltpole::cli {
+
+/// Signs beyond ASCII become question marks.
+inline std::string NarrowAscii(const std::wstring& text) {
+  std::string result;
+  for (const wchar_t sign : text) {
+    const auto code = static_cast<unsigned long>(sign);
+    result += code > 0 && code < 0x7f ? static_cast<char>(sign) : '?';
+  }
+  return result;
+}
+
+inline std::wstring WideAscii(const std::string& text) { return {text.begin(), text.end()}; }
+
+}  // namespace tiltpole::cli
