@@ -1,8 +1,9 @@
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
-# tiltpole_install_library(<target> <component>)
+# tiltpole_install_library(<target> <component>): found beside each other, wherever the tree is put.
 function(tiltpole_install_library target component)
+  set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
   install(
     TARGETS ${target}
     EXPORT tiltpole
@@ -57,9 +58,9 @@ install(
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
   COMPONENT development)
 
-if(TARGET tiltpole_cli)
-  install(TARGETS tiltpole_cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
-endif()
-if(TARGET tiltpole_field)
-  install(TARGETS tiltpole_field RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
-endif()
+foreach(tool tiltpole_cli tiltpole_field)
+  if(TARGET ${tool})
+    set_target_properties(${tool} PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+    install(TARGETS ${tool} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
+  endif()
+endforeach()

@@ -1,0 +1,35 @@
+# What CPack makes: .deb (the library, the controls, -dev and the tools), .tar.gz, and .zip for
+# Windows.
+set(CPACK_PACKAGE_NAME tiltpole)
+set(CPACK_PACKAGE_VENDOR "the tiltpole authors")
+set(CPACK_PACKAGE_CONTACT "the tiltpole authors <maintainers@tiltpole.example>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
+set(CPACK_RESOURCE_FILE_LICENSE "${PROJECT_SOURCE_DIR}/LICENSE")
+set(CPACK_RESOURCE_FILE_README "${PROJECT_SOURCE_DIR}/README.md")
+set(CPACK_PACKAGE_CHECKSUM SHA256)
+if(WIN32)
+  set(CPACK_GENERATOR ZIP)
+else()
+  set(CPACK_GENERATOR DEB TGZ)
+endif()
+
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME "libtiltpole${PROJECT_VERSION_MAJOR}")
+set(CPACK_DEBIAN_CONTROLS_PACKAGE_NAME "libtiltpole-controls${PROJECT_VERSION_MAJOR}")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libtiltpole-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME tiltpole-tools)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION science)
+# Where the packages' own libraries are found while their dependencies are worked out.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${PROJECT_BINARY_DIR}/tiltpole"
+                                                "${PROJECT_BINARY_DIR}/tiltpole/controls")
+
+include(CPack)
+cpack_add_component(runtime)
+cpack_add_component(controls DEPENDS runtime)
+cpack_add_component(development DEPENDS runtime controls)
+cpack_add_component(tools DEPENDS runtime controls)

@@ -1,0 +1,174 @@
+#!/usr/bin/env python3
+"""Takes the library along in one way, as a project of somebody else's would.
+
+usage: packaging_test.py TEST SOURCE BUILD CMAKE COMPILER WINDOWING
+"""
+
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+import tarfile
+
+TEST, SOURCE, BUILD, CMAKE, COMPILER, WINDOWING = sys.argv[1:]
+SOURCE = pathlib.Path(SOURCE)
+BUILD = pathlib.Path(BUILD)
+WORK = BUILD / "packaging"
+OUTSIDE = SOURCE / "tests/packaging/outside"
+SHARED = WORK / "shared-build"
+SYMBOLS = SOURCE / "tests/packaging/symbols.txt"
+
+
+def run(*command, **options):
+    print("+", *command, flush=True)
+    return subprocess.run([str(word) for word in command], check=True, **options)
+
+
+def fresh(folder):
+    shutil.rmtree(folder, ignore_errors=True)
+    folder.mkdir(parents=True)
+    return folder
+
+
+def configure(source, build, *settings):
+    launcher = shutil.which("ccache")
+    with_launcher = [f"-DCMAKE_CXX_COMPILER_LAUNCHER={launcher}"] if launcher else []
+    run(CMAKE, "-G", "Ninja", "-S", source, "-B", build, "-DCMAKE_BUILD_TYPE=Release",
+        f"-DCMAKE_CXX_COMPILER={COMPILER}", *with_launcher, *settings)
+
+
+def build_and_run_outside(how, *settings, library_path=None):
+    build = fresh(WORK / f"{TEST}-outside")
+    configure(OUTSIDE, build, f"-DHOW={how}", *settings)
+    run(CMAKE, "--build", build)
+    environment = dict(os.environ)
+    if library_path:
+        environment["LD_LIBRARY_PATH"] = str(library_path)
+    program = build / "outside"
+    said = run(program, env=environment, stdout=subprocess.PIPE, text=True).stdout
+    assert re.match(r"tiltpole \d+\.\d+\.\d+: the tip of a plumb pole lies 2.0 below", said), said
+    controls = build / "outside_controls"
+    if how == "find_package" and WINDOWING != "none":
+        run(controls, env=environment)
+
+
+def install(build, *arguments):
+    prefix = fresh(WORK / f"{TEST}-prefix")
+    run(CMAKE, "--install", build, "--prefix", prefix, *arguments)
+    return prefix
+
+
+def library_folder(prefix):
+    return next(prefix.rglob("libtiltpole.*")).parent
+
+
+def find_package(build):
+    prefix = install(build)
+    build_and_run_outside("find_package", f"-DCMAKE_PREFIX_PATH={prefix}")
+
+
+def pkg_config(build):
+    prefix = install(build)
+    folder = library_folder(prefix)
+    # The prefix in the file is the one that was configured; a moved tree says so.
+    file = folder / "pkgconfig/tiltpole.pc"
+    file.write_text(re.sub(r"^prefix=.*$", f"prefix={prefix}", file.read_text(), flags=re.M))
+    os.environ["PKG_CONFIG_PATH"] = str(folder / "pkgconfig")
+    build_and_run_outside("pkg_config", library_path=folder)
+
+
+def static_find_package():
+    find_package(BUILD)
+
+
+def static_pkg_config():
+    pkg_config(BUILD)
+
+
+def add_subdirectory():
+    build_and_run_outside("add_subdirectory", f"-DTILTPOLE_SOURCE={SOURCE}",
+                          "-DTILTPOLE_WINDOWING=none")
+
+
+def shared_build():
+    configure(SOURCE, SHARED, "-DBUILD_SHARED_LIBS=ON", f"-DTILTPOLE_WINDOWING={WINDOWING}",
+              "-DTILTPOLE_BUILD_TESTS=OFF", "-DCMAKE_INSTALL_PREFIX=/usr")
+    run(CMAKE, "--build", SHARED)
+
+
+def shared_find_package():
+    find_package(SHARED)
+
+
+def shared_pkg_config():
+    pkg_config(SHARED)
+
+
+def exported_symbols(library):
+    listed = run("nm", "-D", "--defined-only", "-C", library, stdout=subprocess.PIPE, text=True)
+    names = set()
+    for line in listed.stdout.splitlines():
+        kind, name = line.split(" ", 2)[1:]
+        # What a compiler emits beside the functions, and instances of templates of the standard
+        # library, which vary from one compiler version to the next.
+        if kind in "Vvw" or name.startswith(("std::", "vtable ", "typeinfo ", "void std::")):
+            continue
+        names.add(name)
+    return names
+
+
+def shared_exports_only_the_public_interface():
+    found = exported_symbols(SHARED / "tiltpole/libtiltpole.so")
+    if os.environ.get("TILTPOLE_UPDATE_SYMBOLS"):
+        SYMBOLS.write_text("".join(f"{name}\n" for name in sorted(found)))
+        return
+    expected = set(SYMBOLS.read_text().splitlines())
+    for name in sorted(found - expected):
+        print("exported, but not in symbols.txt:", name)
+    for name in sorted(expected - found):
+        print("in symbols.txt, but no longer exported:", name)
+    assert found == expected
+
+
+def packages(generator, pattern):
+    folder = fresh(WORK / f"{TEST}-packages")
+    run("cpack", "-G", generator, "-B", folder, cwd=SHARED)
+    found = sorted(folder.glob(pattern))
+    assert found, f"cpack made no {pattern}"
+    return found
+
+
+def debian_packages():
+    made = packages("DEB", "*.deb")
+    names = {file.name.split("_")[0] for file in made}
+    assert {"libtiltpole1", "libtiltpole-dev", "tiltpole-tools"} <= names, names
+    root = fresh(WORK / "deb-root")
+    admin = root / "var/lib/dpkg"
+    (admin / "updates").mkdir(parents=True)
+    (admin / "info").mkdir()
+    (admin / "status").touch()
+    # Their dependencies are this machine's own packages, which an empty root does not list.
+    run("dpkg", f"--root={root}", "--force-depends", "--force-not-root",
+        "--force-script-chrootless", "--log=/dev/null", "-i", *made)
+    build_and_run_outside("find_package", f"-DCMAKE_PREFIX_PATH={root}/usr")
+    use_command_line(root / "usr/bin/tiltpole")
+
+
+def tar_gz():
+    (archive,) = packages("TGZ", "*.tar.gz")
+    folder = fresh(WORK / "tar-root")
+    with tarfile.open(archive) as packed:
+        packed.extractall(folder)
+    (prefix,) = folder.iterdir()
+    build_and_run_outside("find_package", f"-DCMAKE_PREFIX_PATH={prefix}")
+    use_command_line(prefix / "bin/tiltpole")
+
+
+def use_command_line(program):
+    said = run(program, "--version", stdout=subprocess.PIPE, text=True).stdout
+    assert re.search(r"\d+\.\d+\.\d+", said), said
+
+
+globals()[TEST]()
