@@ -109,14 +109,15 @@ Incline_MagneticTranslationParameter CInclineSensor_MagneticAdjust::GetCoorTrans
   return coorTrans_;
 }
 
-int CInclineSensor_MagneticAdjust::MagCorrPara(CSZMatrix horizontal, CSZMatrix vertical,
+int CInclineSensor_MagneticAdjust::MagCorrPara(const CSZMatrix& horizontal,
+                                               const CSZMatrix& vertical,
                                                Incline_MagneticCorrectParameter& out) const {
   return detail::CorrectionFit(detail::ReadingsOf(horizontal), detail::ReadingsOf(vertical))
       .Run(out);
 }
 
 int CInclineSensor_MagneticAdjust::MagneticCoordinateOffset(
-    CSZMatrix A, CSZMatrix B, Incline_MagneticTranslationParameter& out) const {
+    const CSZMatrix& A, const CSZMatrix& B, Incline_MagneticTranslationParameter& out) const {
   if (A.GetRow() != B.GetRow()) {
     detail::WarnOfFailure(
         L"Two input matrix must be rotated to the same data collected around the Z axis!");

@@ -141,7 +141,7 @@ class TILTPOLE_EXPORT CInclineSensor_MagneticAdjust {
   /// @param[in]  vertical    n x 3 raw readings [counts] of the turn about y
   /// @param[out] out         every field on success, untouched on failure
   /// @return 1; 0 after a message
-  int MagCorrPara(CSZMatrix horizontal, CSZMatrix vertical,
+  int MagCorrPara(const CSZMatrix& horizontal, const CSZMatrix& vertical,
                   Incline_MagneticCorrectParameter& out) const;
 
   /// A correction in closed form from three ellipses. Nothing in the library uses it.
@@ -149,7 +149,7 @@ class TILTPOLE_EXPORT CInclineSensor_MagneticAdjust {
   /// @param[in]  p1, p2, p3  results of EllipseFit()
   /// @param[out] out         all fields but `b`, which is never written, on success
   /// @return 1; 0 after a message if @p p1 or @p p2 is no ellipse
-  int MagCorrPara(CSZMatrix p1, CSZMatrix p2, CSZMatrix p3,
+  int MagCorrPara(const CSZMatrix& p1, const CSZMatrix& p2, const CSZMatrix& p3,
                   Incline_MagneticCorrectParameter& out) const;
 
   /// The mean offset between the corrected frames, with the corrections that the object holds.
@@ -157,7 +157,7 @@ class TILTPOLE_EXPORT CInclineSensor_MagneticAdjust {
   /// @param[in]  A, B  n x 3 raw readings [counts] of the same samples from the two magnetometers
   /// @param[out] out   the offset; not a number for n = 0
   /// @return 1; 0 after a message if the row counts differ, and then @p out is untouched
-  int MagneticCoordinateOffset(CSZMatrix A, CSZMatrix B,
+  int MagneticCoordinateOffset(const CSZMatrix& A, const CSZMatrix& B,
                                Incline_MagneticTranslationParameter& out) const;
 
  private:

@@ -95,7 +95,8 @@ double CrossTermOf(const detail::Conic& conic, double squaredScale) {
 
 }  // namespace
 
-int CInclineSensor_MagneticAdjust::MagCorrPara(CSZMatrix p1, CSZMatrix p2, CSZMatrix p3,
+int CInclineSensor_MagneticAdjust::MagCorrPara(const CSZMatrix& p1, const CSZMatrix& p2,
+                                               const CSZMatrix& p3,
                                                Incline_MagneticCorrectParameter& out) const {
   const detail::Conic xy = ConicOf(p1);
   if (!IsUsable(xy)) return 0;
