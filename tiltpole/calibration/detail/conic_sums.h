@@ -17,6 +17,9 @@ struct ConicSummation {
   int lanes;
   /// Writes the sum `s` of the value in lane `l` to `sums[s * lanes + l]`.
   void (*Sum)(const ScaledPlane& plane, const double* t, double* sums);
+  /// Solves the fits of all lanes side by side from these sums, and writes coefficient `i` of lane
+  /// `l` to `coefficients[i * lanes + l]`. Returns false if the lanes cannot go together.
+  bool (*Solve)(const AxisSums& axis, const double* sums, double* coefficients);
 };
 
 /// The ways that the processor running this offers, the slowest first: two lanes, which every

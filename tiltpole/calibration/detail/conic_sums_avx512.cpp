@@ -1,13 +1,18 @@
 // The one file compiled for AVX-512; see conic_sums_avx2.cpp for what it must not include.
 
-#include "tiltpole/calibration/detail/vector_lanes.h"
+#include "tiltpole/calibration/detail/conic_sums_kernel.h"
 
 namespace tiltpole::detail {
 
 void SumConicsWithAvx512(const ScaledPlane& plane, const double* t, double* sums);
+bool SolveConicsWithAvx512(const AxisSums& axis, const double* sums, double* coefficients);
 
 void SumConicsWithAvx512(const ScaledPlane& plane, const double* t, double* sums) {
   SumConicsInLanes<8>(plane, t, sums);
+}
+
+bool SolveConicsWithAvx512(const AxisSums& axis, const double* sums, double* coefficients) {
+  return SolveConicsInLanes<8>(axis, sums, coefficients);
 }
 
 }  // namespace tiltpole::detail

@@ -1,9 +1,13 @@
 #pragma once
 
-// The one pass over the samples of an ellipse fit, written once for any width of vector. Included
-// only where it is compiled for one processor; so it must not bring in inline functions of others.
+// The one pass over the samples of an ellipse fit and its solution, written once for any width of
+// vector. This is also compiled for processors that not every machine has; so nothing here may be
+// instantiated for plain doubles there, lest the program's only copy of it be one that a processor
+// does not know.
 
 #include <cstddef>
+
+#include "tiltpole/calibration/detail/normal_equations.h"
 
 namespace tiltpole::detail {
 
@@ -18,7 +22,14 @@ struct ScaledPlane {
 
 /// The sums that the normal equations of an ellipse fit need, by the names of their factors: with
 /// w = base + t v the design row is [s, m, u, w, 1], s = u^2 - w^2 and m = u w, and the right-hand
-/// side is r = -w^2. Those of u alone do not depend on t and are in PlaneSums.
+/// side is r = -w^2. Those of u alone do not depend on t and are in AxisSums.
+/// The sums of a fit that the first axis of the plane alone decides.
+struct AxisSums {
+  double count = 0.0;
+  double u = 0.0;
+  double uu = 0.0;
+};
+
 enum ConicSum {
   kSS,
   kSM,
@@ -88,5 +99,65 @@ inline void SumConics(const ScaledPlane& plane, const Lanes& t, Lanes* sums) {
   sums[kUR] = ur;
   sums[kWR] = wr;
 }
+
+/// The normal equations of an ellipse fit.
+template <class Element>
+struct ConicEquations {
+  Square<5, Element> AtA;
+  Column<5, Element> Atb;
+
+  ConicEquations(const AxisSums& axis, const Element* sum) {
+    const Element zero = {};
+    const Element uu = zero + axis.uu;
+    const Element u = zero + axis.u;
+    const Element count = zero + axis.count;
+    AtA = {{{sum[kSS], sum[kSM], sum[kSU], sum[kSW], sum[kS]},
+            {sum[kSM], sum[kMM], sum[kMU], sum[kMW], sum[kM]},
+            {sum[kSU], sum[kMU], uu, sum[kM], u},
+            {sum[kSW], sum[kMW], sum[kM], sum[kWW], sum[kW]},
+            {sum[kS], sum[kM], u, sum[kW], count}}};
+    // The last right-hand side sums -w^2. Its negative is the sum of w^2 rounding by rounding; the
+    // difference from 0.0 keeps an empty sum at +0.0.
+    Atb = {{sum[kSR], sum[kMR], sum[kUR], sum[kWR], zero - sum[kWW]}};
+  }
+};
+
+#ifdef __GNUC__
+
+template <int kCount>
+inline void LoadLanes(const double* from, LanesOf<kCount>& to) {
+  for (int lane = 0; lane < kCount; ++lane) to[lane] = from[lane];
+}
+
+template <int kCount>
+inline void StoreLanes(const LanesOf<kCount>& from, double* to) {
+  for (int lane = 0; lane < kCount; ++lane) to[lane] = from[lane];
+}
+
+/// See ConicSummation::Sum.
+template <int kCount>
+inline void SumConicsInLanes(const ScaledPlane& plane, const double* t, double* sums) {
+  LanesOf<kCount> scales;
+  LoadLanes<kCount>(t, scales);
+  LanesOf<kCount> inLanes[kConicSums];
+  SumConics(plane, scales, inLanes);
+  for (int sum = 0; sum < kConicSums; ++sum) StoreLanes<kCount>(inLanes[sum], sums + sum * kCount);
+}
+
+/// See ConicSummation::Solve.
+template <int kCount>
+inline bool SolveConicsInLanes(const AxisSums& axis, const double* sums, double* coefficients) {
+  using Lanes = LanesOf<kCount>;
+  Lanes inLanes[kConicSums];
+  for (int sum = 0; sum < kConicSums; ++sum) LoadLanes<kCount>(sums + sum * kCount, inLanes[sum]);
+  const ConicEquations<Lanes> equations(axis, inLanes);
+  const NormalInverse<5, Lanes> inverse(equations.AtA);
+  if (!inverse.IsRegular()) return false;
+  const Column<5, Lanes> solution = inverse.Solve(equations.Atb);
+  for (int i = 0; i < 5; ++i) StoreLanes<kCount>(solution.at[i], coefficients + i * kCount);
+  return true;
+}
+
+#endif
 
 }  // namespace tiltpole::detail

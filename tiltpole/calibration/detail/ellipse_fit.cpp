@@ -14,17 +14,11 @@ AxisSums SumAxis(const std::vector<double>& u) {
   return sums;
 }
 
-Conic SolveConic(const AxisSums& axis, const double* sums, std::size_t stride) {
-  const auto sum = [&](std::size_t which) { return sums[which * stride]; };
-  const Square<5> AtA{{{sum(kSS), sum(kSM), sum(kSU), sum(kSW), sum(kS)},
-                       {sum(kSM), sum(kMM), sum(kMU), sum(kMW), sum(kM)},
-                       {sum(kSU), sum(kMU), axis.uu, sum(kM), axis.u},
-                       {sum(kSW), sum(kMW), sum(kM), sum(kWW), sum(kW)},
-                       {sum(kS), sum(kM), axis.u, sum(kW), axis.count}}};
-  // The last right-hand side sums -w^2. Its negative is the sum of w^2 rounding by rounding; the
-  // difference from 0.0 keeps an empty sum at +0.0.
-  const Column<5> Atb{{sum(kSR), sum(kMR), sum(kUR), sum(kWR), 0.0 - sum(kWW)}};
-  const Column<5> p = NormalInverse<5>(AtA).Solve(Atb);
+Conic SolveConic(const AxisSums& axis, const double* sums, int lanes) {
+  double ofThisLane[kConicSums];
+  for (int sum = 0; sum < kConicSums; ++sum) ofThisLane[sum] = sums[sum * lanes];
+  const ConicEquations<double> equations(axis, ofThisLane);
+  const Column<5> p = NormalInverse<5>(equations.AtA).Solve(equations.Atb);
   return {p.at[0], p.at[1], p.at[2], p.at[3], p.at[4]};
 }
 

@@ -36,16 +36,11 @@ struct Conic {
   double Denominator() const { return 4 * A * C() - B * B; }
 };
 
-/// The sums of a fit that the first axis of the plane alone decides.
-struct AxisSums {
-  double count = 0.0;
-  double u = 0.0;
-  double uu = 0.0;
-};
+/// The sums of a plane's first axis.
 AxisSums SumAxis(const std::vector<double>& u);
 
-/// The fit from its sums. @p sums is the first of one lane, the next ones @p stride apart.
-Conic SolveConic(const AxisSums& axis, const double* sums, std::size_t stride);
+/// The fit from its sums. @p sums is the first of one lane, the next ones @p lanes apart.
+Conic SolveConic(const AxisSums& axis, const double* sums, int lanes);
 
 /// Whether an ellipse can be fitted at all. Where not, the operator is told: columns first, so that
 /// an empty session is told of its missing points.

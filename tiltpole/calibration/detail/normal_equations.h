@@ -5,34 +5,40 @@
 // Every step and its order is that of CSZMatrix::MatInv and of the matrix product, so the results
 // are the same bits; a test compares them. Only the size is known to the compiler here, and nothing
 // is allocated.
+//
+// An element is a double, or a vector of doubles that belong to as many systems, solved side by
+// side: each lane has its own numbers and takes the steps that it would take alone.
 
-#include <cmath>
 #include <cstddef>
 #include <utility>
 
+#include "tiltpole/calibration/detail/vector_lanes.h"
+
 namespace tiltpole::detail {
 
-template <std::size_t N>
+template <std::size_t N, class Element = double>
 struct Square {
-  double at[N][N];
+  Element at[N][N];
 };
 
-template <std::size_t N>
+template <std::size_t N, class Element = double>
 struct Column {
-  double at[N];
+  Element at[N];
 };
 
 /// Inverts in place by Gauss-Jordan elimination with complete pivoting.
-template <std::size_t N>
+template <std::size_t N, class Element>
 class Inversion {
  public:
   /// @return false if the matrix counts as singular: its largest element left vanishes beside 1.
-  static bool Invert(Square<N>& matrix) {
+  ///         Of matrices side by side, also if they do not all choose the same pivots; each must
+  ///         then be inverted alone.
+  static bool Invert(Square<N, Element>& matrix) {
     return Inversion(matrix).Run(std::make_index_sequence<N>());
   }
 
  private:
-  explicit Inversion(Square<N>& matrix) : w_(matrix.at) {}
+  explicit Inversion(Square<N, Element>& matrix) : w_(matrix.at) {}
 
   // The steps are written out one by one, so that the compiler knows the bounds of every loop.
   template <std::size_t... K>
@@ -44,19 +50,18 @@ class Inversion {
 
   template <std::size_t K>
   bool Eliminate() {
-    const double largest = Largest<K>();
-    if (largest + 1.0 == 1.0) return false;
-    FindPivot<K>(largest);
+    const Element largest = Largest<K>();
+    if (InAny(largest + 1.0 == 1.0) || !FindPivot<K>(largest)) return false;
     if (pivotRow_[K] != K) SwapRows(K, pivotRow_[K]);
     if (pivotColumn_[K] != K) SwapColumns(K, pivotColumn_[K]);
     // Row and column K are worked out whole and their pivot entries set right afterwards: loops
     // without a gap turn into vectors.
-    const double pivot = 1.0 / w_[K][K];
+    const Element pivot = 1.0 / w_[K][K];
     for (std::size_t j = 0; j < N; ++j) w_[K][j] = w_[K][j] * pivot;
     w_[K][K] = pivot;
     for (std::size_t i = 0; i < N; ++i) {
       if (i == K) continue;
-      const double factor = w_[i][K];
+      const Element factor = w_[i][K];
       for (std::size_t j = 0; j < N; ++j) w_[i][j] = w_[i][j] - factor * w_[K][j];
       w_[i][K] = -factor * pivot;
     }
@@ -66,30 +71,36 @@ class Inversion {
   /// The largest absolute value from row and column K on, 0 at least; NaN never is the largest.
   /// Column by column, so that the comparisons need not wait for each other.
   template <std::size_t K>
-  double Largest() const {
-    double inColumn[N] = {};
+  Element Largest() const {
+    Element inColumn[N] = {};
     for (std::size_t i = K; i < N; ++i) {
       for (std::size_t j = K; j < N; ++j) {
-        const double size = std::fabs(w_[i][j]);
+        const Element size = Magnitude(w_[i][j]);
         inColumn[j] = size > inColumn[j] ? size : inColumn[j];
       }
     }
-    double largest = 0.0;
+    Element largest = {};
     for (std::size_t j = K; j < N; ++j) largest = inColumn[j] > largest ? inColumn[j] : largest;
     return largest;
   }
 
   /// Where, row by row, that value comes first.
+  /// @return whether it does so at the same place for all
   template <std::size_t K>
-  void FindPivot(double largest) {
+  bool FindPivot(const Element& largest) {
+    auto earlier = largest != largest;
     for (std::size_t i = K; i < N; ++i) {
       for (std::size_t j = K; j < N; ++j) {
-        if (std::fabs(w_[i][j]) != largest) continue;
-        pivotRow_[K] = i;
-        pivotColumn_[K] = j;
-        return;
+        const auto here = Magnitude(w_[i][j]) == largest;
+        if (InFirst(here)) {
+          pivotRow_[K] = i;
+          pivotColumn_[K] = j;
+          return InAll(here) && !InAny(earlier);
+        }
+        earlier = earlier | here;
       }
     }
+    return false;
   }
 
   template <std::size_t K>
@@ -106,28 +117,31 @@ class Inversion {
     for (std::size_t i = 0; i < N; ++i) std::swap(w_[i][a], w_[i][b]);
   }
 
-  double (&w_)[N][N];
+  Element (&w_)[N][N];
   std::size_t pivotRow_[N] = {};
   std::size_t pivotColumn_[N] = {};
 };
 
 /// The inverse of normal equations, kept for as many right-hand sides as need it.
-template <std::size_t N>
+template <std::size_t N, class Element = double>
 class NormalInverse {
  public:
-  explicit NormalInverse(const Square<N>& AtA)
-      : inverse_(AtA), regular_(Inversion<N>::Invert(inverse_)) {}
+  explicit NormalInverse(const Square<N, Element>& AtA)
+      : inverse_(AtA), regular_(Inversion<N, Element>::Invert(inverse_)) {}
+
+  /// Whether there is an inverse; side by side, whether there is one for all.
+  bool IsRegular() const { return regular_; }
 
   /// The solution for one right-hand side.
   ///
   /// Deliberate: where AtA is singular the result is At b itself, because the matrix product with
   /// an empty inverse is a size mismatch and gives back its right factor. A degenerate turn is
   /// judged by these numbers, so they must be the same.
-  Column<N> Solve(const Column<N>& Atb) const {
+  Column<N, Element> Solve(const Column<N, Element>& Atb) const {
     if (!regular_) return Atb;
-    Column<N> x;
+    Column<N, Element> x;
     for (std::size_t i = 0; i < N; ++i) {
-      double sum = 0.0;
+      Element sum = {};
       for (std::size_t k = 0; k < N; ++k) sum += inverse_.at[i][k] * Atb.at[k];
       x.at[i] = sum;
     }
@@ -135,7 +149,7 @@ class NormalInverse {
   }
 
  private:
-  Square<N> inverse_;
+  Square<N, Element> inverse_;
   bool regular_;
 };
 

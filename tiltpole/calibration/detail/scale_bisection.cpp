@@ -26,10 +26,10 @@ const Conic& ScaledEllipseFits::At(double t, Bracket ahead) {
   }
   Fit& fit = fits_[lane];
   if (!fit.solved) {
-    fit.conic = SolveConic(axis_, sums_ + lane, static_cast<std::size_t>(fitCount_));
+    fit.conic = SolveConic(axis_, sums_ + lane, fitCount_);
     fit.solved = true;
-    latest_ = fit;
   }
+  latest_ = fit;
   return fit.conic;
 }
 
@@ -44,6 +44,15 @@ void ScaledEllipseFits::Evaluate(double t, Bracket ahead) {
   }
   for (int lane = 0; lane < fitCount_; ++lane) fits_[lane] = {scales[lane], false, {}};
   summation_->Sum(points_, scales, sums_);
+
+  double p[5 * kMostLanes];
+  if (!summation_->Solve(axis_, sums_, p)) return;  // then each is solved when it is asked for
+  for (int lane = 0; lane < fitCount_; ++lane) {
+    const auto coefficient = [&](int i) { return p[i * fitCount_ + lane]; };
+    fits_[lane].conic = {coefficient(0), coefficient(1), coefficient(2), coefficient(3),
+                         coefficient(4)};
+    fits_[lane].solved = true;
+  }
 }
 
 Bracket ScaledEllipseFits::LikelyHalf(Bracket bracket) const {

@@ -1,13 +1,20 @@
 #pragma once
 
-// Doubles side by side in one register. Included by code for a particular processor, so no other
-// header comes in here.
+// Doubles side by side in one register, and what the inversion of matrices asks of an element, be
+// it such a vector or a double.
 
-#include "tiltpole/calibration/detail/conic_sums_kernel.h"
+#include <cmath>
+#include <cstddef>
 
 namespace tiltpole::detail {
 
+inline double Magnitude(double value) { return std::fabs(value); }
+inline bool InFirst(bool condition) { return condition; }
+inline bool InAll(bool condition) { return condition; }
+inline bool InAny(bool condition) { return condition; }
+
 #ifdef __GNUC__
+
 /// The vectors of GCC and clang: plain operators, one IEEE operation a lane. On a processor without
 /// such registers the compiler writes the lanes out one by one.
 template <int kCount>
@@ -24,18 +31,35 @@ template <>
 struct VectorOf<8> {
   using Type = double __attribute__((vector_size(64)));
 };
-#endif
-
 template <int kCount>
-inline void SumConicsInLanes(const ScaledPlane& plane, const double* t, double* sums) {
-  using Lanes = typename VectorOf<kCount>::Type;
-  Lanes scales;
-  for (int lane = 0; lane < kCount; ++lane) scales[lane] = t[lane];
-  Lanes sumsInLanes[kConicSums];
-  SumConics(plane, scales, sumsInLanes);
-  for (int sum = 0; sum < kConicSums; ++sum) {
-    for (int lane = 0; lane < kCount; ++lane) sums[sum * kCount + lane] = sumsInLanes[sum][lane];
-  }
+using LanesOf = typename VectorOf<kCount>::Type;
+
+// What the inversion asks of vectors. A comparison gives a vector of whole numbers, -1 where it
+// holds.
+template <class Lanes>
+inline Lanes Magnitude(const Lanes& values) {
+  return values < 0.0 ? -values : values;
 }
+
+template <class Condition>
+inline bool InFirst(const Condition& condition) {
+  return condition[0] != 0;
+}
+
+template <class Condition>
+inline bool InAny(const Condition& condition) {
+  bool any = false;
+  for (std::size_t lane = 0; lane < sizeof(Condition) / sizeof condition[0]; ++lane) {
+    any = any || condition[lane] != 0;
+  }
+  return any;
+}
+
+template <class Condition>
+inline bool InAll(const Condition& condition) {
+  return !InAny(~condition);
+}
+
+#endif
 
 }  // namespace tiltpole::detail
