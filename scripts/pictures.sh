@@ -1,0 +1,19 @@
+#!/bin/bash
+# Makes the pictures of the guides anew, with the programs of a build.
+# usage: scripts/pictures.sh BUILD       for example build/linux-gcc
+set -euo pipefail
+cd "$(dirname "$0")/.."
+build=${1:?usage: scripts/pictures.sh BUILD}
+tiltpole=$build/apps/tiltpole/tiltpole
+pictures=docs/pictures
+session=$(mktemp --suffix=.csv)
+trap 'rm -f "$session"' EXIT
+
+"$tiltpole" simulate --seed 1 --samples 360 -o "$session"
+"$tiltpole" draw compass --value 37 --mark 120 300 --size 300 300 -o $pictures/compass.png
+"$tiltpole" draw gauges --value 62 --mark 90 --size 200 300 -o $pictures/gauges.png
+"$tiltpole" draw plot "$session" --center 600 -500 0 --size 300 300 -o $pictures/plot.png
+screen=()
+if [ -z "${DISPLAY:-}" ]; then screen=(xvfb-run -a); fi
+QT_QPA_PLATFORM=xcb "${screen[@]}" "$build/examples/qt/qt_dialog" "$session" \
+  $pictures/dialog-qt.png
