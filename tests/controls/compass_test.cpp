@@ -531,6 +531,18 @@ TEST_F(Compass, ASystemWithoutResourcesDrawsNothingAndRecovers) {
   EXPECT_EQ(recorder.TakeLines(), (Lines{"window: take context", "window: release context"}));
 }
 
+TEST_F(Compass, ASystemWithoutBitmapsDrawsNothingAndRecovers) {
+  CGraphCompass compass;
+  compass.Attach({205, 155});
+  recorder.has_bitmaps = false;
+  compass.OnPaint();
+  EXPECT_EQ(With("window: copy", recorder.TakeLines()), Lines{});
+  EXPECT_EQ(recorder.living_contexts, 0);
+  recorder.has_bitmaps = true;
+  compass.OnPaint();
+  EXPECT_EQ(With("window: copy", recorder.TakeLines()).size(), 1U);
+}
+
 TEST_F(Compass, ANewMarkIsDrawnAloneOntoTheWindow) {
   CGraphCompass compass;
   PaintFirst(compass);

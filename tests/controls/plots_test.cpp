@@ -399,11 +399,22 @@ TEST_F(Plots, ClearForgetsAllPointsAndKeepsTheView) {
 TEST_F(Plots, ClearForgetsHowManyPointsWereMissed) {
   CGraphMagnetic_XZ plot;
   Create(plot, 200, 100);
-  for (int i = 0; i < 5; ++i) plot.AddTrackPoint(10000 + i, 0, i);
+  for (int i = 0; i < 3; ++i) plot.AddTrackPoint(10000 + i, 0, i);
   plot.Clear();
   recorder.TakeLines();
   for (int i = 0; i < 5; ++i) plot.AddTrackPoint(10000 + i, 0, i);
   EXPECT_EQ(recorder.TakeLines(), Lines{});
+}
+
+TEST_F(Plots, AFitOfMissedPointsStartsTheirCountAnew) {
+  CGraphMagnetic_XZ plot;
+  Create(plot, 200, 100);
+  for (int i = 0; i < 6; ++i) plot.AddTrackPoint(10000 + 30 * i, 0, 10000 + 15 * i);
+  EXPECT_EQ(With("with erase", recorder.TakeLines()).size(), 1U);
+  for (int i = 0; i < 5; ++i) plot.AddTrackPoint(-10000, 0, i);
+  EXPECT_EQ(recorder.TakeLines(), Lines{});
+  plot.AddTrackPoint(-10000, 0, 0);
+  EXPECT_EQ(With("with erase", recorder.TakeLines()).size(), 1U);
 }
 
 TEST_F(Plots, AllCrossesOfAListAreDrawnInsideOfTheViewOrNot) {
@@ -445,11 +456,11 @@ TEST_F(Plots, TheLayersAreNotResizedWithTheWindow) {
   CGraphMagnetic_XY plot;
   Create(plot, 200, 100);
   plot.Resize({400, 300});
-  plot.InvalidateCtrl();
-  EXPECT_EQ(With("create", recorder.TakeLines()), Lines{});
   plot.OnPaint();
   EXPECT_EQ(With("memory 4: copy", recorder.TakeLines()),
             Lines{"memory 4: copy to (0,0,400,300) from memory 1 (0,0)"});
+  plot.InvalidateCtrl();
+  EXPECT_EQ(With("create", recorder.TakeLines()), Lines{});
 }
 
 TEST_F(Plots, TheDistanceOfTwoPointsIsTruncated) {

@@ -239,7 +239,7 @@ TEST_F(ViewFile, IsTheSameInALocaleWithDecimalCommas) {
   plot.ConfigSave();
   PlotView view = {};
   LoadView(kPlotXY, files.xy.wstring(), view);
-  std::setlocale(LC_ALL, "C");
+  EXPECT_STREQ(std::setlocale(LC_ALL, "C"), "C");
   EXPECT_EQ(files.Read(files.xy), "GRAPHMAGNETIC_XY:-500, -500, 2.500000,\r\n");
   EXPECT_EQ(view.scale, 2.5);
 }

@@ -26,6 +26,8 @@ class Recorder {
   bool keeps_lines = true;
   /// A system that has no more contexts or bitmaps to give.
   bool has_resources = true;
+  /// A system that has contexts left, but no bitmaps.
+  bool has_bitmaps = true;
 
   std::vector<std::string> misuses;
   int living_contexts = 0;

@@ -88,7 +88,7 @@ std::unique_ptr<DrawingContext> RecordingContext::CreateCompatibleContext() {
 }
 
 std::unique_ptr<Bitmap> RecordingContext::CreateCompatibleBitmap(int width, int height) {
-  if (!TheRecorder().has_resources) return nullptr;
+  if (!TheRecorder().has_resources || !TheRecorder().has_bitmaps) return nullptr;
   auto bitmap = std::make_unique<RecordingBitmap>(
       "bitmap " + std::to_string(TheRecorder().next_bitmap++), Size{width, height});
   Write([&] {
