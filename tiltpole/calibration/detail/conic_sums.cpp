@@ -22,10 +22,12 @@ bool SolveConicsWithAvx512(const AxisSums& axis, const double* sums, double* coe
 
 std::vector<ConicSummation> ConicSummationsOfThisProcessor() {
   std::vector<ConicSummation> ways = {kPortable};
-  if (__builtin_cpu_supports("avx2") != 0)
+  if (__builtin_cpu_supports("avx2") != 0) {
     ways.push_back({4, SumConicsWithAvx2, SolveConicsWithAvx2});
-  if (__builtin_cpu_supports("avx512f") != 0)
+  }
+  if (__builtin_cpu_supports("avx512f") != 0) {
     ways.push_back({8, SumConicsWithAvx512, SolveConicsWithAvx512});
+  }
   return ways;
 }
 

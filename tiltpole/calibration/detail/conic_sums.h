@@ -9,12 +9,12 @@
 
 namespace tiltpole::detail {
 
-inline constexpr int kMostLanes = 8;
+inline constexpr std::size_t kMostLanes = 8;
 
 /// One way to form the sums. All ways give the same bits.
 struct ConicSummation {
   /// How many values of t one call takes, at most kMostLanes.
-  int lanes;
+  std::size_t lanes;
   /// Writes the sum `s` of the value in lane `l` to `sums[s * lanes + l]`.
   void (*Sum)(const ScaledPlane& plane, const double* t, double* sums);
   /// Solves the fits of all lanes side by side from these sums, and writes coefficient `i` of lane

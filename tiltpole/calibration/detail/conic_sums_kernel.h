@@ -124,37 +124,41 @@ struct ConicEquations {
 
 #ifdef __GNUC__
 
-template <int kCount>
+template <std::size_t kCount>
 inline void LoadLanes(const double* from, LanesOf<kCount>& to) {
-  for (int lane = 0; lane < kCount; ++lane) to[lane] = from[lane];
+  for (std::size_t lane = 0; lane < kCount; ++lane) to[lane] = from[lane];
 }
 
-template <int kCount>
+template <std::size_t kCount>
 inline void StoreLanes(const LanesOf<kCount>& from, double* to) {
-  for (int lane = 0; lane < kCount; ++lane) to[lane] = from[lane];
+  for (std::size_t lane = 0; lane < kCount; ++lane) to[lane] = from[lane];
 }
 
 /// See ConicSummation::Sum.
-template <int kCount>
+template <std::size_t kCount>
 inline void SumConicsInLanes(const ScaledPlane& plane, const double* t, double* sums) {
   LanesOf<kCount> scales;
   LoadLanes<kCount>(t, scales);
   LanesOf<kCount> inLanes[kConicSums];
   SumConics(plane, scales, inLanes);
-  for (int sum = 0; sum < kConicSums; ++sum) StoreLanes<kCount>(inLanes[sum], sums + sum * kCount);
+  for (std::size_t sum = 0; sum < kConicSums; ++sum) {
+    StoreLanes<kCount>(inLanes[sum], sums + sum * kCount);
+  }
 }
 
 /// See ConicSummation::Solve.
-template <int kCount>
+template <std::size_t kCount>
 inline bool SolveConicsInLanes(const AxisSums& axis, const double* sums, double* coefficients) {
   using Lanes = LanesOf<kCount>;
   Lanes inLanes[kConicSums];
-  for (int sum = 0; sum < kConicSums; ++sum) LoadLanes<kCount>(sums + sum * kCount, inLanes[sum]);
+  for (std::size_t sum = 0; sum < kConicSums; ++sum) {
+    LoadLanes<kCount>(sums + sum * kCount, inLanes[sum]);
+  }
   const ConicEquations<Lanes> equations(axis, inLanes);
   const NormalInverse<5, Lanes> inverse(equations.AtA);
   if (!inverse.IsRegular()) return false;
   const Column<5, Lanes> solution = inverse.Solve(equations.Atb);
-  for (int i = 0; i < 5; ++i) StoreLanes<kCount>(solution.at[i], coefficients + i * kCount);
+  for (std::size_t i = 0; i < 5; ++i) StoreLanes<kCount>(solution.at[i], coefficients + i * kCount);
   return true;
 }
 

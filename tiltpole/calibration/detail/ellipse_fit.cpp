@@ -14,9 +14,9 @@ AxisSums SumAxis(const std::vector<double>& u) {
   return sums;
 }
 
-Conic SolveConic(const AxisSums& axis, const double* sums, int lanes) {
+Conic SolveConic(const AxisSums& axis, const double* sums, std::size_t lanes) {
   double ofThisLane[kConicSums];
-  for (int sum = 0; sum < kConicSums; ++sum) ofThisLane[sum] = sums[sum * lanes];
+  for (std::size_t sum = 0; sum < kConicSums; ++sum) ofThisLane[sum] = sums[sum * lanes];
   const ConicEquations<double> equations(axis, ofThisLane);
   const Column<5> p = NormalInverse<5>(equations.AtA).Solve(equations.Atb);
   return {p.at[0], p.at[1], p.at[2], p.at[3], p.at[4]};

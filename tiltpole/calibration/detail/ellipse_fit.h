@@ -40,7 +40,7 @@ struct Conic {
 AxisSums SumAxis(const std::vector<double>& u);
 
 /// The fit from its sums. @p sums is the first of one lane, the next ones @p lanes apart.
-Conic SolveConic(const AxisSums& axis, const double* sums, int lanes);
+Conic SolveConic(const AxisSums& axis, const double* sums, std::size_t lanes);
 
 /// Whether an ellipse can be fitted at all. Where not, the operator is told: columns first, so that
 /// an empty session is told of its missing points.

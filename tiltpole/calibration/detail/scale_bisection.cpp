@@ -18,7 +18,7 @@ void ScaledEllipseFits::SetPoints(const ScaledPlane& points, const AxisSums& axi
 }
 
 const Conic& ScaledEllipseFits::At(double t, Bracket ahead) {
-  int lane = 0;
+  std::size_t lane = 0;
   while (lane < fitCount_ && fits_[lane].t != t) ++lane;
   if (lane == fitCount_) {
     Evaluate(t, ahead);
@@ -38,17 +38,17 @@ void ScaledEllipseFits::Evaluate(double t, Bracket ahead) {
   fitCount_ = summation_->lanes;
   double scales[kMostLanes] = {t};
   if (ahead.Middle() == t) ahead = LikelyHalf(ahead);
-  for (int lane = 1; lane < fitCount_; ++lane) {
+  for (std::size_t lane = 1; lane < fitCount_; ++lane) {
     scales[lane] = ahead.Middle();
     ahead = LikelyHalf(ahead);
   }
-  for (int lane = 0; lane < fitCount_; ++lane) fits_[lane] = {scales[lane], false, {}};
+  for (std::size_t lane = 0; lane < fitCount_; ++lane) fits_[lane] = {scales[lane], false, {}};
   summation_->Sum(points_, scales, sums_);
 
   double p[5 * kMostLanes];
   if (!summation_->Solve(axis_, sums_, p)) return;  // then each is solved when it is asked for
-  for (int lane = 0; lane < fitCount_; ++lane) {
-    const auto coefficient = [&](int i) { return p[i * fitCount_ + lane]; };
+  for (std::size_t lane = 0; lane < fitCount_; ++lane) {
+    const auto coefficient = [&](std::size_t i) { return p[i * fitCount_ + lane]; };
     fits_[lane].conic = {coefficient(0), coefficient(1), coefficient(2), coefficient(3),
                          coefficient(4)};
     fits_[lane].solved = true;

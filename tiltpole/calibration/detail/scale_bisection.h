@@ -53,7 +53,7 @@ class ScaledEllipseFits {
   const ConicSummation* summation_;
   ScaledPlane points_{nullptr, nullptr, nullptr, 0};
   AxisSums axis_;
-  int fitCount_ = 0;
+  std::size_t fitCount_ = 0;
   Fit fits_[kMostLanes] = {};
   double sums_[kConicSums * kMostLanes] = {};
   Fit latest_ = {};

@@ -17,7 +17,7 @@ inline bool InAny(bool condition) { return condition; }
 
 /// The vectors of GCC and clang: plain operators, one IEEE operation a lane. On a processor without
 /// such registers the compiler writes the lanes out one by one.
-template <int kCount>
+template <std::size_t kCount>
 struct VectorOf;
 template <>
 struct VectorOf<2> {
@@ -31,7 +31,7 @@ template <>
 struct VectorOf<8> {
   using Type = double __attribute__((vector_size(64)));
 };
-template <int kCount>
+template <std::size_t kCount>
 using LanesOf = typename VectorOf<kCount>::Type;
 
 // What the inversion asks of vectors. A comparison gives a vector of whole numbers, -1 where it
