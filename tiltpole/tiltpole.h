@@ -11,6 +11,7 @@
 #include "tiltpole/platform/message_box.h"
 #include "tiltpole/positioning/CInclineSensor_Position.h"
 #include "tiltpole/quality/calibration_quality.h"
+#include "tiltpole/quality/parameter_check.h"
 #include "tiltpole/quality/point_quality.h"
 #include "tiltpole/quality/quality_reason.h"
 #include "tiltpole/quality/rigorous_tip.h"

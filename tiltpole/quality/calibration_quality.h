@@ -123,10 +123,14 @@ struct CalibrationQuality {
 /// Judges a calibration by the samples that it was made from, or parameters of any origin by the
 /// samples of a pole.
 ///
-/// On simulated poles of random sensors the expected root mean square and the true one agree over
-/// the population to 20 %; see HeadingError for what cannot be seen: a field that is disturbed
-/// alike in every direction, and a vertical turn about an axis other than y when the samples hold
-/// no tilts.
+/// Checked on simulated poles of 200 random sensors a case, with axes that swayed by up to 3
+/// degrees, noise to 1 % of the field and cross terms to 0.05 beyond what the correction can undo:
+/// over each population the expected root mean square is within 5 % of the true one, plumb and
+/// tilted by 30 degrees, and for single sensors within 20 % in about nine cases of ten (three of
+/// four where half of the circle is missing). Without tilts in the samples a population agrees
+/// within 15 %, a single sensor in about half of the cases, so the verdict is then never Good. No
+/// calibration called Good was off by more than 1.9 degrees in any direction. What cannot be seen:
+/// a field that is disturbed alike in every direction, and declination.
 ///
 /// @param[in] horizontal   raw samples of the turn about the z axis, in order of arrival
 /// @param[in] vertical     raw samples of the turn about the y axis
