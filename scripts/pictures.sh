@@ -1,9 +1,9 @@
 #!/bin/bash
 # Makes the pictures of the guides anew, with the programs of a build.
-# usage: scripts/pictures.sh BUILD       for example build/linux-gcc
+# usage: scripts/pictures.sh BUILD [WINDOWS_BUILD]    for example build/linux-gcc build/windows-x64
 set -euo pipefail
 cd "$(dirname "$0")/.."
-build=${1:?usage: scripts/pictures.sh BUILD}
+build=${1:?usage: scripts/pictures.sh BUILD [WINDOWS_BUILD]}
 tiltpole=$build/apps/tiltpole/tiltpole
 pictures=docs/pictures
 session=$(mktemp --suffix=.csv)
@@ -17,3 +17,10 @@ screen=()
 if [ -z "${DISPLAY:-}" ]; then screen=(xvfb-run -a); fi
 QT_QPA_PLATFORM=xcb "${screen[@]}" "$build/examples/qt/qt_dialog" "$session" \
   $pictures/dialog-qt.png
+if [ -n "${2:-}" ]; then
+  export WINEPREFIX=$PWD/build/wine/windows-x64 WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
+  wine=$(sed -n 's/^TILTPOLE_WINE:[A-Z]*=//p' "$2/CMakeCache.txt")
+  "${screen[@]}" "$wine" "$2/examples/win32/win32_dialog.exe" "$session" "$session.ppm"
+  python3 scripts/ppm_to_png.py "$session.ppm" $pictures/dialog-windows.png
+  rm "$session.ppm"
+fi
