@@ -21,6 +21,6 @@ if [ -n "${2:-}" ]; then
   export WINEPREFIX=$PWD/build/wine/windows-x64 WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
   wine=$(sed -n 's/^TILTPOLE_WINE:[A-Z]*=//p' "$2/CMakeCache.txt")
   "${screen[@]}" "$wine" "$2/examples/win32/win32_dialog.exe" "$session" "$session.ppm"
-  python3 scripts/ppm_to_png.py "$session.ppm" $pictures/dialog-windows.png
+  python3 scripts/ppm_to_png.py "$session.ppm" $pictures/dialog-win32.png
   rm "$session.ppm"
 fi
