@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <vector>
+#include <initializer_list>
 
 #include "apps/session/number_text.h"
 
@@ -13,20 +13,19 @@ namespace {
 // Micrometres, and microdegrees.
 constexpr int kDecimals = 6;
 
-const std::vector<std::string> kOffsetColumns = {"offset_north", "offset_east", "offset_height"};
-const std::vector<std::string> kTipColumns = {"tip_north", "tip_east", "tip_height"};
-const std::vector<std::string> kStateColumns = {"heading_a", "heading_b", "stationary",
-                                                "interference"};
-const std::vector<std::string> kDeviationColumns = {"sd_north", "sd_east", "sd_height"};
-const std::vector<std::string> kErrorColumns = {"error_north", "error_east", "error_height",
-                                                "error"};
+using Names = std::initializer_list<const char*>;
+constexpr Names kOffsetColumns = {"offset_north", "offset_east", "offset_height"};
+constexpr Names kTipColumns = {"tip_north", "tip_east", "tip_height"};
+constexpr Names kStateColumns = {"heading_a", "heading_b", "stationary", "interference"};
+constexpr Names kDeviationColumns = {"sd_north", "sd_east", "sd_height"};
+constexpr Names kErrorColumns = {"error_north", "error_east", "error_height", "error"};
 
 // A column of the input that has the name of a result, as when a result is measured again, gives
 // way to it.
 bool IsResult(const std::string& column) {
-  for (const auto* names :
-       {&kOffsetColumns, &kTipColumns, &kStateColumns, &kDeviationColumns, &kErrorColumns}) {
-    if (std::find(names->begin(), names->end(), column) != names->end()) return true;
+  for (const Names names :
+       {kOffsetColumns, kTipColumns, kStateColumns, kDeviationColumns, kErrorColumns}) {
+    if (std::find(names.begin(), names.end(), column) != names.end()) return true;
   }
   return false;
 }
@@ -61,8 +60,8 @@ void MeasuredRowWriter::Write(const session::SessionSample& sample, const PoseSe
 // With the first row, so that nothing is written when there is none.
 void MeasuredRowWriter::WriteHeader() {
   header_written_ = true;
-  const auto write = [this](const std::vector<std::string>& names) {
-    for (const auto& name : names) csv_.Text(name);
+  const auto write = [this](Names names) {
+    for (const char* const name : names) csv_.Text(name);
   };
   write({"set", "time", "incline_x", "incline_y"});
   for (const auto& name : columns_.further) {

@@ -13,8 +13,8 @@
 
 namespace tiltpole::cli {
 
-inline const std::array<std::string, 4> kTipSolutions = {"position", "geometry-b", "math",
-                                                         "rigorous"};
+inline constexpr std::array<const char*, 4> kTipSolutions = {"position", "geometry-b", "math",
+                                                             "rigorous"};
 
 /// Index of a solution's name.
 std::size_t TipSolutionIndex(const std::string& name);
