@@ -16,6 +16,8 @@ MAY_INCLUDE = {
     "screening": {"records"},
     "quality": {"records", "platform", "positioning", "calibration", "screening"},
     "controls": {"platform"},
+    "c": {"records", "platform", "persistence", "positioning", "estimation", "calibration",
+          "screening", "quality"},
 }
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*["<](apps|tests|tiltpole/([a-z]+))/', re.MULTILINE)
