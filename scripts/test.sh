@@ -60,6 +60,7 @@ start_screen() {
 start_wine() {
   local target=$1
   export WINEPREFIX=$PWD/build/wine/$target WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
+  export LC_ALL=C.UTF-8 # the names of files; without it Wine loses those beyond ASCII
   mkdir -p "$WINEPREFIX"
   step "$logs/$target-wine.log" timeout 300 "$2" wineboot --init || return 1
   # There is no window manager on the screen; Wine would wait for it at every window.
