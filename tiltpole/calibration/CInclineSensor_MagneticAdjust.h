@@ -39,9 +39,11 @@ namespace tiltpole {
 /// returns 0; results fitted before the failing step keep their new values, so use them only after
 /// a 1.
 ///
-/// **Cost.** Time grows with the samples and with the passes until the cross terms rest: some
-/// milliseconds for a turn of 2 x 360 samples. Memory grows with the samples alone. Readings that
-/// are not finite are no special case, they lead to a failure.
+/// **Cost.** Time grows with the samples and with the passes until the cross terms rest: below a
+/// millisecond for turns of 2 x 360 samples on a desktop processor. A fit that cannot come to rest
+/// (the z axis would need `e` above 2) runs all its 1000 passes: a second and a quarter at
+/// 2 x 2000. Memory grows with the samples alone. Readings that are not finite are no special case,
+/// they lead to a failure.
 ///
 /// Single-threaded; not copyable.
 class TILTPOLE_EXPORT CInclineSensor_MagneticAdjust {
