@@ -177,7 +177,7 @@ int SectorsHitOneByOne(const PoseSensorDataArray& arr, int width) {
 }
 
 TEST(RotationCoverage, OnePassCountsTheSectorsThatOneByOneAreHit) {
-  rc::check([](const std::vector<std::int16_t>& drawn) {
+  EXPECT_TRUE(rc::check([](const std::vector<std::int16_t>& drawn) {
     PoseSensorDataArray arr;
     ScreeningXY screening;
     for (const std::int16_t value : drawn) {
@@ -195,7 +195,7 @@ TEST(RotationCoverage, OnePassCountsTheSectorsThatOneByOneAreHit) {
     const bool isEnough = screening.m_arrRecord.GetSize() >= 360 / width;
     RC_ASSERT(screening.GetRecordRate() == static_cast<int>(hit * width * 100.0 / 360.0 + 0.5));
     RC_ASSERT(screening.IsRecordOK() == (isEnough && hit == 360 / width ? 1 : 0));
-  });
+  }));
 }
 
 template <class Twin>
@@ -213,10 +213,10 @@ void CheckThatCoverageNeverFallsBetweenFits(const std::vector<std::uint16_t>& dr
 }
 
 TEST(RotationCoverage, NeverFallsWhileRecordsAreAddedBetweenTwoFits) {
-  rc::check([](const std::vector<std::uint16_t>& drawn) {
+  EXPECT_TRUE(rc::check([](const std::vector<std::uint16_t>& drawn) {
     CheckThatCoverageNeverFallsBetweenFits<XY>(drawn);
     CheckThatCoverageNeverFallsBetweenFits<XZ>(drawn);
-  });
+  }));
 }
 
 template <class Twin>

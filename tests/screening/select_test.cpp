@@ -156,14 +156,14 @@ void CheckOrderAndExtremes(const std::vector<std::pair<int, int>>& readings, int
 }
 
 TEST(RotationSelect, KeepsTheOrderAndTheExtremesOfAnyArray) {
-  rc::check([] {
+  EXPECT_TRUE(rc::check([] {
     const auto coordinate = rc::gen::inRange(-20, 20);
     const auto readings = *rc::gen::nonEmpty(rc::gen::container<std::vector<std::pair<int, int>>>(
         rc::gen::pair(coordinate, coordinate)));
     const int n = *rc::gen::inRange(1, 40);
     CheckOrderAndExtremes<XY>(readings, n);
     CheckOrderAndExtremes<XZ>(readings, n);
-  });
+  }));
 }
 
 }  // namespace

@@ -161,13 +161,13 @@ void CheckAgainstThePlainWriting(const std::vector<std::uint16_t>& drawn, int n)
 }
 
 TEST(RotationWholeTurn, AgreesWithThePlainWritingForAnyTurn) {
-  rc::check([] {
+  EXPECT_TRUE(rc::check([] {
     const auto drawn = *rc::gen::container<std::vector<std::uint16_t>>(
         *rc::gen::inRange<std::size_t>(0, 120), rc::gen::arbitrary<std::uint16_t>());
     const int n = *rc::gen::inRange(1, 50);
     CheckAgainstThePlainWriting<XY>(drawn, n);
     CheckAgainstThePlainWriting<XZ>(drawn, n);
-  });
+  }));
 }
 
 // A turn without noise, whose centre, radius, level and directions are known.
