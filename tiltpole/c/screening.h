@@ -25,8 +25,7 @@ typedef struct tiltpole_center {
 } tiltpole_center;
 
 /// @param[in] turn  TILTPOLE_TURN_HORIZONTAL screens in the x-y plane, TILTPOLE_TURN_VERTICAL in
-/// the
-///                  x-z plane
+///                  the x-z plane
 TILTPOLE_C_API int tiltpole_screening_create(int turn, tiltpole_screening** screening);
 TILTPOLE_C_API void tiltpole_screening_destroy(tiltpole_screening* screening);
 

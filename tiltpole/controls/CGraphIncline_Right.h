@@ -62,8 +62,7 @@ class TILTPOLE_CONTROLS_EXPORT CGraphIncline_Right : public StaticWindow {
   ///
   /// @param[in] context  null: nothing happens
   /// @param[in] value    [degrees], any double; beyond the range the line lies outside of the
-  /// scale,
-  ///                     and that of not-a-number in row 0. The value of the control stays.
+  ///                     scale, and that of not-a-number in row 0. The value of the control stays.
   void DrawPointer(DrawingContext* context, double value);
 
   /// Draws all marks, in the order in which they were set.

@@ -64,8 +64,7 @@ class TILTPOLE_EXPORT CParameterFile : public PlatformFile {
   /// old file, in one step. Waits for the medium.
   ///
   /// @return 1 when the new file stands at the path, whole; else 0 (a full disk, no permission),
-  /// and
-  ///         the old file is as it was
+  ///         and the old file is as it was
   int Replace();
 
   /// Looks up an entry. The first occurrence of the bracketed key counts, wherever it stands in a
@@ -75,8 +74,7 @@ class TILTPOLE_EXPORT CParameterFile : public PlatformFile {
   /// @param[in] key     without brackets
   /// @param[out] value  the value; unchanged where the result is 0
   /// @return 1 if the entry is there and has a value; 0 if it is missing, empty, or stands on a
-  /// last
-  ///         line that no carriage return ends
+  ///         last line that no carriage return ends
   int ReadString(const std::wstring& key, std::wstring& value) const;
 
   /// Looks up an entry as ReadString does and reads its value as a decimal integer, as wcstol does

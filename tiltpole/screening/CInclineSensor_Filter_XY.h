@@ -126,10 +126,9 @@ class TILTPOLE_EXPORT CInclineSensor_Filter_XY {
 
  protected:
   /// Computes the circle of an array into m_CenterPar: its centre is the middle of the records' box
-  /// in the plane, its radius their mean distance from there, the level of its plane
-  /// (CenterZ) the mean of all MagneticZ_A.
-  /// @return 1; 0 for a null array, and for one without records,
-  ///         which leaves the centre as it was.
+  /// in the plane, its radius their mean distance from there, the level of its plane (CenterZ) the
+  /// mean of all MagneticZ_A.
+  /// @return 1; 0 for a null array, and for one without records, which leaves the centre as it was.
   int Calculate_CenterPar(const PoseSensorDataArray* arr);
 
   /// Computes the azimuth of every record of an array, in order.

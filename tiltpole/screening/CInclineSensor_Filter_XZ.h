@@ -127,11 +127,10 @@ class TILTPOLE_EXPORT CInclineSensor_Filter_XZ {
 
  protected:
   /// Computes the circle of an array into m_CenterPar: its centre is the middle of the records' box
-  /// in the plane, its radius their mean distance from there, the level of its plane
-  /// (CenterY) the mean of MagneticY_A of the four extreme records alone; one that is extreme twice
-  /// counts twice.
-  /// @return 1; 0 for a null array only: one without records
-  ///         gives 1 and leaves the centre as it was.
+  /// in the plane, its radius their mean distance from there, the level of its plane (CenterY) the
+  /// mean of MagneticY_A of the four extreme records alone; one that is extreme twice counts twice.
+  /// @return 1; 0 for a null array only: one without records gives 1 and leaves the centre as it
+  ///         was.
   int Calculate_CenterPar(const PoseSensorDataArray* arr);
 
   /// Computes the azimuth of every record of an array, in order.

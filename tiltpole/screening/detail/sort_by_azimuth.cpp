@@ -41,8 +41,8 @@ Entries EntriesByAzimuth(const PoseSensorDataArray& arr) {
 // Played backwards, the queue needs no rotation: at its end it fills the places 0 ... size - 1 from
 // the front. While it held s records, k smaller ones had turned it since the last had joined at its
 // back, so that one now stands k places further to the front, round the ring of the places not
-// given away yet. The place after it, which has its rank once it is taken out, was the
-// front before.
+// given away yet. The place after it, which takes over its rank once it is out, was the front
+// before.
 void OrderByQueue(Entries::iterator first, Entries::iterator last, const RankSet& smaller,
                   std::size_t smallerInAll) {
   const Entries joined(first, last);
