@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Takes the library along in one way, as a project of somebody else's would.
 
-usage: packaging_test.py TEST SOURCE BUILD CMAKE COMPILER WINDOWING
+usage: packaging_test.py TEST SOURCE BUILD CMAKE COMPILER WINDOWING [EMULATOR...]
 """
 
 import os
@@ -11,8 +11,9 @@ import shutil
 import subprocess
 import sys
 import tarfile
+import zipfile
 
-TEST, SOURCE, BUILD, CMAKE, COMPILER, WINDOWING = sys.argv[1:]
+TEST, SOURCE, BUILD, CMAKE, COMPILER, WINDOWING, *EMULATOR = sys.argv[1:]
 SOURCE = pathlib.Path(SOURCE)
 BUILD = pathlib.Path(BUILD)
 WORK = BUILD / "packaging"
@@ -132,9 +133,9 @@ def shared_exports_only_the_public_interface():
     assert found == expected
 
 
-def packages(generator, pattern):
+def packages(generator, pattern, build=SHARED):
     folder = fresh(WORK / f"{TEST}-packages")
-    run("cpack", "-G", generator, "-B", folder, cwd=SHARED)
+    run("cpack", "-G", generator, "-B", folder, cwd=build)
     found = sorted(folder.glob(pattern))
     assert found, f"cpack made no {pattern}"
     return found
@@ -166,8 +167,18 @@ def tar_gz():
     use_command_line(prefix / "bin/tiltpole")
 
 
+def windows_zip():
+    (archive,) = packages("ZIP", "*.zip", BUILD)
+    folder = fresh(WORK / "zip-root")
+    with zipfile.ZipFile(archive) as packed:
+        packed.extractall(folder)
+    (prefix,) = folder.iterdir()
+    assert (prefix / "include/tiltpole/tiltpole.h").is_file()
+    use_command_line(prefix / "bin/tiltpole.exe")
+
+
 def use_command_line(program):
-    said = run(program, "--version", stdout=subprocess.PIPE, text=True).stdout
+    said = run(*EMULATOR, program, "--version", stdout=subprocess.PIPE, text=True).stdout
     assert re.search(r"\d+\.\d+\.\d+", said), said
 
 
