@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "tiltpole/calibration/detail/conic_sums_kernel.h"
-#include "tiltpole/export.h"
 
 namespace tiltpole::detail {
 
@@ -24,9 +23,9 @@ struct ConicSummation {
 
 /// The ways that the processor running this offers, the slowest first: two lanes, which every
 /// 64-bit processor has; four with AVX2; eight with AVX-512.
-TILTPOLE_EXPORT std::vector<ConicSummation> ConicSummationsOfThisProcessor();
+std::vector<ConicSummation> ConicSummationsOfThisProcessor();
 
 /// The last of them.
-TILTPOLE_EXPORT const ConicSummation& FastestConicSummation();
+const ConicSummation& FastestConicSummation();
 
 }  // namespace tiltpole::detail

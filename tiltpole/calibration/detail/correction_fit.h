@@ -10,7 +10,6 @@
 #include "tiltpole/calibration/detail/readings.h"
 #include "tiltpole/calibration/detail/recurrence.h"
 #include "tiltpole/calibration/detail/scale_bisection.h"
-#include "tiltpole/export.h"
 #include "tiltpole/records/Incline_MagneticCorrectParameter.h"
 
 namespace tiltpole::detail {
@@ -22,7 +21,7 @@ namespace tiltpole::detail {
 ///
 /// All storage is obtained in the constructor, of the size of the two turns; the passes allocate
 /// nothing.
-class TILTPOLE_EXPORT CorrectionFit {
+class CorrectionFit {
  public:
   CorrectionFit(Readings horizontal, Readings vertical,
                 const ConicSummation& summation = FastestConicSummation());

@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <vector>
 
-#include "tiltpole/export.h"
 #include "tiltpole/matrix/CSZMatrix.h"
 
 namespace tiltpole::detail {
@@ -23,7 +22,7 @@ struct Readings {
 };
 
 /// One reading a row, the axes x, y, z in columns 0, 1, 2.
-TILTPOLE_EXPORT Readings ReadingsOf(const CSZMatrix& data);
+Readings ReadingsOf(const CSZMatrix& data);
 
 /// Removes the readings whose mark is 0; the others keep their order. Allocates nothing.
 void KeepMarked(const std::vector<char>& marks, Readings& readings);

@@ -2,7 +2,6 @@
 
 // The thinning of a sweep: which rows of a matrix are far enough along in its first column.
 
-#include "tiltpole/export.h"
 #include "tiltpole/matrix/CSZMatrix.h"
 
 namespace tiltpole::detail {
@@ -12,6 +11,6 @@ namespace tiltpole::detail {
 /// column 0, which takes care of the jump of an angle between 360 and 0.
 ///
 /// @return the rows kept, in their order; row 0 always is. Of a matrix without elements, a copy.
-TILTPOLE_EXPORT CSZMatrix ThinSweep(const CSZMatrix& sweep);
+CSZMatrix ThinSweep(const CSZMatrix& sweep);
 
 }  // namespace tiltpole::detail
