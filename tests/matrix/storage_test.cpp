@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "support/literal_matrix.h"
+#include "support/member_order.h"
 #include "tiltpole/matrix/CSZMatrix.h"
 
 namespace {
@@ -57,6 +58,12 @@ TEST(MatrixConstruction, AZeroCountGivesNoStorageButKeepsTheCountsAskedFor) {
 TEST(MatrixConstruction, ElementsLieRowByRow) {
   const CSZMatrix matrix = MatrixOf({{1, 2, 3}, {4, 5, 6}});
   for (unsigned at = 0; at < 6; ++at) EXPECT_EQ(matrix.m_pData[at], at + 1.0);
+}
+
+TEST(MatrixConstruction, DeclaresTheElementsThenTheCountsTheCursorsAndTheStatus) {
+  const CSZMatrix m;
+  EXPECT_TRUE(
+      tiltpole_test::StandInThisOrder(&m.m_pData, &m.m_nRow, &m.m_nCol, &m.m_i, &m.m_j, &m.m_bOK));
 }
 
 TEST(MatrixConstruction, OnlyTheDestructorIsVirtual) {

@@ -35,7 +35,7 @@ TEST_F(PositionAnalytic, ADistanceIsThatOfThePoints) {
 
 TEST_F(PositionAnalytic, ADistanceUpToAThousandthReadsAsZero) {
   EXPECT_EQ(position.GetDistance(At(0.0, 0.0, 0.0), At(0.0005, 0.0, 0.0)), 0.0);
-  EXPECT_EQ(position.GetDistance(At(0.0, 0.0, 0.0), At(0.0, 0.000999, 0.0)), 0.0);
+  EXPECT_EQ(position.GetDistance(At(0.0, 0.0, 0.0), At(0.0, 0.001, 0.0)), 0.0);
   EXPECT_EQ(position.GetDistance(At(0.0, 0.0, 0.0), At(0.0, 0.0, 0.0011)), 0.0011);
 }
 
@@ -104,6 +104,28 @@ TEST_F(PositionAnalytic, SpheresThatOnlyTouchDoNotMeet) {
                                    DistanceBetween(P3, in_their_plane), result),
             0);
   EXPECT_EQ(result.h, 9.0);
+}
+
+// Three centres in a plane that the x axis meets at a right angle, or nearly so: the two points lie
+// on either side of it, at one height or nearly so.
+TEST_F(PositionAnalytic, OfTwoPointsAtOneHeightTheOneWithTheSmallerXIsTaken) {
+  EXPECT_EQ(position.GetSolvePoint(At(0.0, 0.0, 0.0), At(0.0, 2.0, 1.0), At(0.0, 2.0, -1.0), 3.0,
+                                   3.0, 3.0, result),
+            1);
+  EXPECT_NEAR(result.x, -std::sqrt(7.4375), 1e-14);
+}
+
+TEST_F(PositionAnalytic, ThePointWithTheLargerXIsTakenOnlyWhereItIsAMillionthLower) {
+  const auto x_of_tip = [this](double turn) {
+    EXPECT_EQ(position.GetSolvePoint(At(0.0, 0.0, 0.0), At(-turn, 2.0, 1.0), At(turn, 2.0, -1.0),
+                                     3.0, 3.0, 3.0, result),
+              1);
+    return result.x;
+  };
+  // The point with the larger x lies 5.45 times the turn lower than the other.
+  EXPECT_LT(x_of_tip(-1.8e-7), 0.0);
+  EXPECT_GT(x_of_tip(-1.9e-7), 0.0);
+  EXPECT_LT(x_of_tip(1e-3), 0.0);
 }
 
 TEST_F(PositionAnalytic, CentresAtOneHeightGiveAPointThatIsNotANumber) {

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "positioning/exposed_position.h"
+#include "support/member_order.h"
 
 namespace {
 
@@ -62,6 +63,15 @@ TEST_F(PositionHeading, StartsWithTheStatedDefaults) {
   EXPECT_EQ(position.MagneticBiasAngle_B, 0.0);
   EXPECT_EQ(position.IsStationary(), 0);
   EXPECT_EQ(position.IsMagneticInterference(), 0);
+}
+
+TEST_F(PositionHeading, DeclaresTheParametersFirstThenTheReferencesTheAnglesAndTheFlags) {
+  EXPECT_TRUE(tiltpole_test::StandInThisOrder(
+      &position.MagneticA, &position.MagneticB, &position.CoorTrans, &position.LastMagneticX_A,
+      &position.LastMagneticY_A, &position.LastMagneticZ_A, &position.LastInclineX,
+      &position.LastInclineY, &position.PoleTriangleAngle, &position.PoleProjectOffset,
+      &position.MagneticBiasAngle_A, &position.MagneticBiasAngle_B, &position.Stationary,
+      &position.MagneticInterference));
 }
 
 TEST_F(PositionHeading, ALevelSensorWhoseXAxisPointsNorthHasHeadingZero) {

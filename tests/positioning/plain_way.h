@@ -143,7 +143,59 @@ class PlainPosition {
     return point;
   }
 
+  double Distance(const tiltpole::xyhCoordinate& from, const tiltpole::xyhCoordinate& to) const {
+    const double D2 = Square(to.x - from.x) + Square(to.y - from.y) + Square(to.h - from.h);
+    return D2 > 1e-6 ? std::sqrt(D2) : 0.0;
+  }
+
+  int SolvePoint(const tiltpole::xyhCoordinate& P1, const tiltpole::xyhCoordinate& P2,
+                 const tiltpole::xyhCoordinate& P3, double r1, double r2, double r3,
+                 tiltpole::xyhCoordinate& result) const {
+    const double e12 = (PowerOfOrigin(P1, r1) - PowerOfOrigin(P2, r2)) / 2;
+    const double e23 = (PowerOfOrigin(P2, r2) - PowerOfOrigin(P3, r3)) / 2;
+    const tiltpole::xyhCoordinate d12 = {P2.x - P1.x, P2.y - P1.y, P2.h - P1.h};
+    const tiltpole::xyhCoordinate d23 = {P3.x - P2.x, P3.y - P2.y, P3.h - P2.h};
+    const double for_h = d12.h * d23.y - d12.y * d23.h;
+    const double for_y = d12.y * d23.h - d23.y * d12.h;
+    const double H0 = (d23.y * e12 - d12.y * e23) / for_h;
+    const double H1 = (d12.x * d23.y - d23.x * d12.y) / for_h;
+    const double Y0 = (d23.h * e12 - d12.h * e23) / for_y;
+    const double Y1 = (d12.x * d23.h - d23.x * d12.h) / for_y;
+    const double a = 1 + Square(Y1) + Square(H1);
+    const double b = -2 * (P1.x + (Y0 - P1.y) * Y1 + H1 * (H0 - P1.h));
+    const double c = Square(P1.x) + Square(Y0 - P1.y) + Square(H0 - P1.h) - Square(r1);
+    const double delta = Square(b) - 4 * a * c;
+    if (delta < 1e-9) return 0;
+    const double x1 = (-b + std::sqrt(delta)) / (2 * a);
+    const double x2 = (-b - std::sqrt(delta)) / (2 * a);
+    const bool second = (H0 - H1 * x2) - (H0 - H1 * x1) < 1e-6;
+    result.x = second ? x2 : x1;
+    result.y = Y0 - Y1 * result.x;
+    result.h = H0 - H1 * result.x;
+    return 1;
+  }
+
+  int Math(const tiltpole::xyhCoordinate& A, const tiltpole::PoseSensorData& d, double L,
+           tiltpole::xyhCoordinate& result) const {
+    const double R = std::sqrt(Square(L) + Square(2.0));
+    return SolvePoint(A, InclinePoint(A, 2.0, d.InclineX, d.Yaw_A),
+                      InclinePoint(A, 2.0, d.InclineY, d.YawY_A), L, R, R, result);
+  }
+
+  double Direction(double x, double y) const {
+    if (std::fabs(x) < 1e-6 && y > 0) return 90.0;
+    if (std::fabs(x) < 1e-6 && y < 0) return 270.0;
+    if (std::fabs(x) < 1e-6) return 0.0;
+    if (x > 0 && y > 0) return Degrees(std::atan(y / x));
+    if (x < 0) return 180.0 + Degrees(std::atan(y / x));
+    if (x > 0 && y < 0) return 360.0 + Degrees(std::atan(y / x));
+    return 0.0;
+  }
+
  private:
+  static double PowerOfOrigin(const tiltpole::xyhCoordinate& P, double r) {
+    return Square(r) - Square(P.x) - Square(P.y) - Square(P.h);
+  }
   static double Radians(double degrees) { return degrees * 3.141592653589793 / 180.0; }
   static double Degrees(double radians) { return radians * 180.0 / 3.141592653589793; }
   static double Square(double value) { return value * value; }

@@ -89,6 +89,14 @@ PoseSensorData AnySample() {
   return data;
 }
 
+xyhCoordinate AnyPoint() {
+  xyhCoordinate point;
+  point.x = *Value();
+  point.y = *Value();
+  point.h = *Value();
+  return point;
+}
+
 Incline_MagneticCorrectParameter AnyCorrection() {
   Incline_MagneticCorrectParameter par;
   if (*rc::gen::arbitrary<bool>()) return par;
@@ -153,10 +161,7 @@ RC_GTEST_PROP(PlainWay, TheGeometricSolutionsGiveTheSameBits, ()) {
   ExposedPosition position;
   PlainPosition plain;
   const PoseSensorData data = AnySample();
-  xyhCoordinate origin;
-  origin.x = *Value();
-  origin.y = *Value();
-  origin.h = *Value();
+  const xyhCoordinate origin = AnyPoint();
   xyhCoordinate tip;
   xyhCoordinate plain_tip;
   RC_ASSERT(position.Position_Geometry_A(origin, data, 2.0, tip) == 1);
@@ -191,14 +196,53 @@ RC_GTEST_PROP(PlainWay, APointAlongADirectionHasTheSameBits, ()) {
                      plain.InclinePoint(from, 2.0, elevation, azimuth)));
 }
 
+RC_GTEST_PROP(PlainWay, TheIntersectionOfThreeSpheresHasTheSameBits, ()) {
+  const ExposedPosition position;
+  const PlainPosition plain;
+  const xyhCoordinate P1 = AnyPoint();
+  const xyhCoordinate P2 = AnyPoint();
+  const xyhCoordinate P3 = AnyPoint();
+  // Mostly spheres that meet, since they are large.
+  const double r1 = *Between(4000.0, 20000.0);
+  const double r2 = *rc::gen::oneOf(Between(4000.0, 20000.0), Value());
+  const double r3 = *rc::gen::oneOf(Between(4000.0, 20000.0), Value());
+  xyhCoordinate point = {7.0, 8.0, 9.0};
+  xyhCoordinate plain_point = point;
+  const int found = position.GetSolvePoint(P1, P2, P3, r1, r2, r3, point);
+  RC_ASSERT(found == plain.SolvePoint(P1, P2, P3, r1, r2, r3, plain_point));
+  RC_CLASSIFY(found == 1, "they meet");
+  RC_ASSERT(SameBits(point, plain_point));
+  RC_ASSERT(SameBits(position.GetDistance(P1, P2), plain.Distance(P1, P2)));
+}
+
+RC_GTEST_PROP(PlainWay, TheAnalyticSolutionHasTheSameBits, ()) {
+  ExposedPosition position;
+  const PlainPosition plain;
+  PoseSensorData data = AnySample();
+  if (*rc::gen::arbitrary<bool>()) position.CalculateYaw_A(data);
+  const xyhCoordinate antenna = AnyPoint();
+  const double length = *rc::gen::element(2.0, 1.8, -1.0, 0.0, 1e300);
+  xyhCoordinate tip = {7.0, 8.0, 9.0};
+  xyhCoordinate plain_tip = tip;
+  const int found = position.Position_Math(antenna, data, length, tip);
+  RC_ASSERT(found == plain.Math(antenna, data, length, plain_tip));
+  RC_CLASSIFY(found == 1 && !std::isnan(tip.h), "a tip");
+  RC_ASSERT(SameBits(tip, plain_tip));
+}
+
+RC_GTEST_PROP(PlainWay, TheDirectionOfAVectorHasTheSameBits, ()) {
+  const ExposedPosition position;
+  const PlainPosition plain;
+  const double x = *Value();
+  const double y = *Value();
+  RC_ASSERT(SameBits(position.ConverseYaw_True(x, y), plain.Direction(x, y)));
+}
+
 RC_GTEST_PROP(PlainWay, EveryOperationTakesAnyValues, ()) {
   ExposedPosition position;
   PoseSensorData data = AnySample();
   data.YawY_A = *Heading();
-  xyhCoordinate origin;
-  origin.x = *Value();
-  origin.y = *Value();
-  origin.h = *Value();
+  const xyhCoordinate origin = AnyPoint();
   xyhCoordinate tip;
   const int found = position.Position_Math(origin, data, *Value(), tip);
   RC_ASSERT(found == 0 || found == 1);

@@ -57,6 +57,73 @@ TEST(PoseSensorData, ACopyCarriesTheHostsOwnFields) {
   EXPECT_EQ(copy.HostAngle, 12.5);
 }
 
+TEST(PoseSensorData, HoldsItsFieldsInTheOrderHostsInitialiseThemIn) {
+  const PoseSensorData sample = {{{1, 2, 3}}, 4.0,  5.0,  {6.0, 7.0, 8.0, 9.0, 10.0, 11.0, 12.0},
+                                 13.0,        14.0, 15.0, 16.0,
+                                 17.0,        18.0, 19.0, 20.0,
+                                 21.0,        22.0, 23.0, 24};
+  EXPECT_EQ(sample.Tag[0], 1);
+  EXPECT_EQ(sample.Tag[2], 3);
+  EXPECT_EQ(sample.InclineX, 4.0);
+  EXPECT_EQ(sample.InclineY, 5.0);
+  EXPECT_EQ(sample.Aux[0], 6.0);
+  EXPECT_EQ(sample.Aux[6], 12.0);
+  EXPECT_EQ(sample.MagneticX_A, 13.0);
+  EXPECT_EQ(sample.MagneticY_A, 14.0);
+  EXPECT_EQ(sample.MagneticZ_A, 15.0);
+  EXPECT_EQ(sample.MagneticX_B, 16.0);
+  EXPECT_EQ(sample.MagneticY_B, 17.0);
+  EXPECT_EQ(sample.MagneticZ_B, 18.0);
+  EXPECT_EQ(sample.Yaw_A, 19.0);
+  EXPECT_EQ(sample.Yaw_B, 20.0);
+  EXPECT_EQ(sample.YawY_A, 21.0);
+  EXPECT_EQ(sample.HostAngle, 22.0);
+  EXPECT_EQ(sample.Azimuth, 23.0);
+  EXPECT_EQ(sample.Forward, 24);
+}
+
+TEST(Incline_MagneticCorrectParameter, HoldsTheOffsetsFirstAndTheScalesLast) {
+  const Incline_MagneticCorrectParameter par = {1.0, 2.0, 3.0, 4.0, 5.0, 6.0, 7.0, 8.0};
+  EXPECT_EQ(par.x0, 1.0);
+  EXPECT_EQ(par.y0, 2.0);
+  EXPECT_EQ(par.z0, 3.0);
+  EXPECT_EQ(par.a, 4.0);
+  EXPECT_EQ(par.c, 5.0);
+  EXPECT_EQ(par.d, 6.0);
+  EXPECT_EQ(par.b, 7.0);
+  EXPECT_EQ(par.e, 8.0);
+}
+
+TEST(Incline_MagneticCorrectParameter, StartsAtZeroButForTheTwoScales) {
+  const Incline_MagneticCorrectParameter par;
+  EXPECT_EQ(par.x0, 0.0);
+  EXPECT_EQ(par.y0, 0.0);
+  EXPECT_EQ(par.z0, 0.0);
+  EXPECT_EQ(par.a, 0.0);
+  EXPECT_EQ(par.c, 0.0);
+  EXPECT_EQ(par.d, 0.0);
+  EXPECT_EQ(par.b, 1.0);
+  EXPECT_EQ(par.e, 1.0);
+}
+
+TEST(Incline_MagneticTranslationParameter, StartsAtZeroAndHoldsXBeforeYBeforeZ) {
+  const Incline_MagneticTranslationParameter none;
+  EXPECT_EQ(none.dX, 0.0);
+  EXPECT_EQ(none.dY, 0.0);
+  EXPECT_EQ(none.dZ, 0.0);
+  const Incline_MagneticTranslationParameter trans = {1.0, 2.0, 3.0};
+  EXPECT_EQ(trans.dX, 1.0);
+  EXPECT_EQ(trans.dY, 2.0);
+  EXPECT_EQ(trans.dZ, 3.0);
+}
+
+TEST(xyhCoordinate, HoldsThePlaneBeforeTheHeight) {
+  const xyhCoordinate position = {1.0, 2.0, 3.0};
+  EXPECT_EQ(position.x, 1.0);
+  EXPECT_EQ(position.y, 2.0);
+  EXPECT_EQ(position.h, 3.0);
+}
+
 TEST(xyhCoordinate, StartsAtTheOrigin) {
   const xyhCoordinate position;
   EXPECT_EQ(position.x, 0.0);

@@ -1,16 +1,17 @@
 // The record set: adding, fitting as it grows, clearing.
 
-#include <functional>
 #include <type_traits>
 
 #include <gtest/gtest.h>
 
 #include "screening/twins.h"
+#include "support/member_order.h"
 
 namespace {
 
 using namespace tiltpole;
 using namespace tiltpole::test;
+using tiltpole_test::StandInThisOrder;
 
 static_assert(!std::is_copy_constructible_v<CInclineSensor_Filter_XY>);
 static_assert(!std::is_copy_assignable_v<CInclineSensor_Filter_XY>);
@@ -173,15 +174,6 @@ TEST_F(RotationRecordSetXZ, TheFirstRecordAfterClearHasNoPredecessor) {
   PoseSensorData next = OnCircle<XZ>(20.0);
   next.Forward = 7;
   EXPECT_EQ(Add(next)->Forward, 7);
-}
-
-// Members of one access come in memory in the order of their declaration.
-template <class... Members>
-bool StandInThisOrder(const Members*... members) {
-  const void* places[] = {members...};
-  for (std::size_t i = 1; i < sizeof...(members); ++i)
-    if (!std::less<>()(places[i - 1], places[i])) return false;
-  return true;
 }
 
 TEST_F(RotationRecordSetXY, DeclaresTheCentreFirstAndTheSetLast) {
