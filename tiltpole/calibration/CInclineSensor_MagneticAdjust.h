@@ -34,7 +34,8 @@ namespace tiltpole {
 /// left out while more than 20 others remain: the limit suits a field of some hundred to some
 /// thousand counts.
 ///
-/// **Failure.** Nothing is thrown but what allocating samples may throw. A failed calibration shows
+/// **Failure.** Nothing is thrown but std::bad_alloc, which leaves the samples as they are; the
+/// operation can be repeated. A failed calibration shows
 /// the operator up to three modal messages in a row (the fit, the correction, the calibration) and
 /// returns 0; results fitted before the failing step keep their new values, so use them only after
 /// a 1.
@@ -88,7 +89,8 @@ class TILTPOLE_EXPORT CInclineSensor_MagneticAdjust {
   /// @}
 
   /// @name Filters for a host's own matrices
-  /// The calibration itself does not use them.
+  /// The calibration itself does not use them. Where memory runs out they throw std::bad_alloc and
+  /// leave the matrix as it was.
   /// @{
 
   /// Smooths the first six columns down the rows, each by a random walk with process and

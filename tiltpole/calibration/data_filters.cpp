@@ -1,5 +1,8 @@
 // The smoothing and thinning of a host's own matrices.
 
+#include <new>
+#include <utility>
+
 #include "tiltpole/calibration/CInclineSensor_MagneticAdjust.h"
 #include "tiltpole/calibration/detail/sweep_thinning.h"
 
@@ -12,6 +15,11 @@ CSZMatrix Scalar(double value) {
   CSZMatrix matrix(kSmoothedColumns, kSmoothedColumns);
   matrix.Diagonal(value);
   return matrix;
+}
+
+// A matrix tells only by its storage that there was no room for it.
+void ThrowUnless(bool stored) {
+  if (!stored) throw std::bad_alloc();
 }
 
 CSZMatrix RowAsColumn(const CSZMatrix& M, unsigned int row) {
@@ -28,20 +36,29 @@ void CInclineSensor_MagneticAdjust::DataFilter(CSZMatrix& M) {
   const CSZMatrix zeros(kSmoothedColumns, kSmoothedColumns);
   const CSZMatrix noise = Scalar(16.0);
   const CSZMatrix input(kSmoothedColumns);
+  CSZMatrix result(M);
+  ThrowUnless(result.m_pData != nullptr);
 
   filter_.SetMatrixOrder(kSmoothedColumns, kSmoothedColumns);
-  filter_.SetSystemMatrix(identity, zeros, identity, identity, zeros);
-  filter_.SetNoise(noise, noise);
-  filter_.SetInitialData(RowAsColumn(M, 0), Scalar(25.0));
+  ThrowUnless(filter_.SetSystemMatrix(identity, zeros, identity, identity, zeros) == 1 &&
+              filter_.SetNoise(noise, noise) == 1 &&
+              filter_.SetInitialData(RowAsColumn(M, 0), Scalar(25.0)) == 1);
   for (unsigned int i = 1; i < M.GetRow(); ++i) {
     const CSZMatrix smoothed = filter_.Filter(RowAsColumn(M, i), input, 0);
-    for (unsigned int j = 0; j < kSmoothedColumns; ++j) M.SetData(i, j, smoothed.GetData(j));
+    ThrowUnless(smoothed.m_pData != nullptr);
+    for (unsigned int j = 0; j < kSmoothedColumns; ++j) result.SetData(i, j, smoothed.GetData(j));
   }
+  M = std::move(result);
 }
 
 void CInclineSensor_MagneticAdjust::MatrixFilter(CSZMatrix& M) {
-  DataFilter(M);
-  M = detail::ThinSweep(M);
+  if (M.m_pData == nullptr) return;
+  CSZMatrix smoothed(M);
+  ThrowUnless(smoothed.m_pData != nullptr);
+  DataFilter(smoothed);
+  CSZMatrix thinned = detail::ThinSweep(smoothed);
+  ThrowUnless(thinned.m_pData != nullptr);
+  M = std::move(thinned);
 }
 
 }  // namespace tiltpole

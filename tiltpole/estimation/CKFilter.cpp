@@ -15,6 +15,14 @@ bool HasSize(const CSZMatrix& matrix, int rows, int cols) {
   return rows >= 0 && cols >= 0 && matrix.GetRow() == Count(rows) && matrix.GetCol() == Count(cols);
 }
 
+bool IsStored(const CSZMatrix& matrix) {
+  return matrix.m_pData != nullptr || matrix.GetRow() == 0 || matrix.GetCol() == 0;
+}
+
+bool Fits(const CSZMatrix& matrix, int rows, int cols) {
+  return HasSize(matrix, rows, cols) && IsStored(matrix);
+}
+
 CSZMatrix Identity(int order) {
   CSZMatrix identity(Count(order), Count(order));
   identity.Diagonal(1.0);
@@ -39,8 +47,8 @@ int CKFilter::SetMatrixOrder(int n, int m) {
 }
 
 int CKFilter::SetSystemMatrix(CSZMatrix Phi, CSZMatrix B, CSZMatrix G, CSZMatrix H, CSZMatrix D) {
-  if (!HasSize(Phi, n_, n_) || !HasSize(B, n_, n_) || !HasSize(G, n_, m_) || !HasSize(H, m_, n_) ||
-      !HasSize(D, m_, n_)) {
+  if (!Fits(Phi, n_, n_) || !Fits(B, n_, n_) || !Fits(G, n_, m_) || !Fits(H, m_, n_) ||
+      !Fits(D, m_, n_)) {
     return 0;
   }
   Phi_ = std::move(Phi);
@@ -54,14 +62,14 @@ int CKFilter::SetSystemMatrix(CSZMatrix Phi, CSZMatrix B, CSZMatrix G, CSZMatrix
 int CKFilter::SetNoise(CSZMatrix R, CSZMatrix Q) {
   // Deliberate: R has to be n x n here but is added to an m x m matrix by the step, so hosts can
   // set noise only for filters with n = m.
-  if (!HasSize(R, n_, n_) || !HasSize(Q, m_, m_)) return 0;
+  if (!Fits(R, n_, n_) || !Fits(Q, m_, m_)) return 0;
   R_ = std::move(R);
   Q_ = std::move(Q);
   return 1;
 }
 
 int CKFilter::SetInitialData(CSZMatrix x0, CSZMatrix P0) {
-  if (!HasSize(x0, n_, 1) || !HasSize(P0, n_, n_)) return 0;
+  if (!Fits(x0, n_, 1) || !Fits(P0, n_, n_)) return 0;
   x_ = std::move(x0);
   P_ = std::move(P0);
   return 1;
@@ -70,7 +78,7 @@ int CKFilter::SetInitialData(CSZMatrix x0, CSZMatrix P0) {
 int CKFilter::SetInitialVariance(CSZMatrix P0) {
   // Deliberate: a column is wanted and kept as one, so with n > 1 the step finds sizes that do not
   // match.
-  if (!HasSize(P0, n_, 1)) return 0;
+  if (!Fits(P0, n_, 1)) return 0;
   P_ = std::move(P0);
   return 1;
 }
@@ -85,10 +93,15 @@ CSZMatrix CKFilter::Filter(CSZMatrix z, CSZMatrix u, int /*ignored*/) {
   const CSZMatrix predicted_P = Phi_ * P_ * Phi_.MatTran() + G_ * Q_ * G_.MatTran();
   const CSZMatrix innovation_covariance = H_ * predicted_P * transposed_H + R_;
   const CSZMatrix gain = predicted_P * transposed_H * innovation_covariance.MatInv();
-  P_ = (Identity(n_) - gain * H_) * predicted_P;
+  CSZMatrix updated_P = (Identity(n_) - gain * H_) * predicted_P;
   const CSZMatrix predicted_x = Phi_ * x_ + B_ * u;
-  x_ = predicted_x + gain * (z - D_ * u - H_ * predicted_x);
-  return x_;
+  CSZMatrix updated_x = predicted_x + gain * (z - D_ * u - H_ * predicted_x);
+  CSZMatrix estimate(updated_x);
+  // What lacked room on the way shows here.
+  if (!IsStored(updated_P) || !IsStored(estimate)) return CSZMatrix();
+  P_ = std::move(updated_P);
+  x_ = std::move(updated_x);
+  return estimate;
 }
 
 }  // namespace tiltpole

@@ -16,7 +16,8 @@ namespace tiltpole {
 ///
 /// with u (n x 1) a known input. Call SetMatrixOrder(), SetSystemMatrix(), SetNoise() and
 /// SetInitialData() in this order, then Filter() once per measurement. Units are those of the
-/// host's model. Copies are independent filters.
+/// host's model. Copies are independent filters. Nothing throws, but for std::bad_alloc where the
+/// message of Filter() finds no room.
 ///
 /// Source: R. E. Kalman, "A New Approach to Linear Filtering and Prediction Problems", 1960.
 class TILTPOLE_EXPORT CKFilter {
@@ -35,7 +36,7 @@ class TILTPOLE_EXPORT CKFilter {
   /// @param[in] G    noise input matrix of the state, n x m
   /// @param[in] H    measurement matrix, m x n
   /// @param[in] D    input matrix of the measurement, m x n
-  /// @return 1; 0 if a size does not fit, and then nothing is stored
+  /// @return 1; 0 if a size does not fit or a matrix has no storage, and then nothing is stored
   int SetSystemMatrix(CSZMatrix Phi, CSZMatrix B, CSZMatrix G, CSZMatrix H, CSZMatrix D);
 
   /// Stores the noise covariances.
@@ -43,14 +44,14 @@ class TILTPOLE_EXPORT CKFilter {
   /// @param[in] R  of the measurement. It must be n x n to be stored, although Filter() adds it to
   ///               an m x m matrix: only filters with n = m can run with a noise that was set.
   /// @param[in] Q  of the process, m x m; it enters as G Q transpose(G)
-  /// @return 1; 0 if a size does not fit, and then nothing is stored
+  /// @return 1; 0 if a size does not fit or a matrix has no storage, and then nothing is stored
   int SetNoise(CSZMatrix R, CSZMatrix Q);
 
   /// Stores the estimate to start from.
   ///
   /// @param[in] x0  state, n x 1
   /// @param[in] P0  its covariance, n x n
-  /// @return 1; 0 if a size does not fit, and then nothing is stored
+  /// @return 1; 0 if a size does not fit or a matrix has no storage, and then nothing is stored
   int SetInitialData(CSZMatrix x0, CSZMatrix P0);
 
   /// Stores a covariance given as a column.
@@ -65,7 +66,8 @@ class TILTPOLE_EXPORT CKFilter {
   /// @param[in] z        measurement, m x 1
   /// @param[in] u        input, n x 1
   /// @param[in] ignored  has no effect
-  /// @return the new estimate of the state, n x 1. If @p z or @p u has another shape, the message
+  /// @return the new estimate of the state, n x 1. Without memory for the step an empty matrix, and
+  ///         the filter stays as it was. If @p z or @p u has another shape, the message
   ///         "Filter Failure!" comes up, @p z is returned and the filter stays as it was. An
   ///         innovation covariance that MatInv() finds singular is not reported; the result is then
   ///         what the operators of CSZMatrix make of sizes that do not match.

@@ -59,6 +59,11 @@ void CSZMatrix::Release() {
   m_pData = nullptr;
 }
 
+void CSZMatrix::BecomeWithoutStorage() {
+  Release();
+  m_bOK = 0;
+}
+
 void CSZMatrix::TakeFrom(CSZMatrix& other) {
   m_pData = other.m_pData;
   m_nRow = other.m_nRow;
@@ -142,6 +147,7 @@ CSZMatrix CSZMatrix::operator+(const CSZMatrix& b) const {
   if (m_bOK == 0) return b;
   CSZMatrix sum(*this);
   sum += b;
+  if (b.LacksStorage()) sum.BecomeWithoutStorage();
   EndWalk();
   return sum;
 }
@@ -151,6 +157,7 @@ CSZMatrix CSZMatrix::operator-(const CSZMatrix& b) const {
   if (m_bOK == 0) return b;
   CSZMatrix difference(*this);
   difference -= b;
+  if (b.LacksStorage()) difference.BecomeWithoutStorage();
   EndWalk();
   return difference;
 }
@@ -253,6 +260,7 @@ CSZMatrix CSZMatrix::Slice(int r0, int c0, int r1, int c1) const {
                     GetData(static_cast<std::uint32_t>(i), static_cast<std::uint32_t>(j)));
     }
   }
+  if (LacksStorage()) block.BecomeWithoutStorage();
   EndWalk();
   return block;
 }

@@ -13,15 +13,18 @@ namespace tiltpole {
 
 /// A rectangular array of doubles with value semantics: copies are deep, moves are cheap.
 ///
-/// The class is forgiving rather than strict. Nothing throws or asserts; sizes that do not match
-/// are told by a 0 result, by the status flag #m_bOK of the left operand, or by a copy of one
-/// operand in place of the result, as each operation says. The one exception is matChole().
+/// The class is forgiving rather than strict. Nothing throws or asserts (but for std::bad_alloc
+/// from Output()); sizes that do not match are told by a 0 result, by the status flag #m_bOK of the
+/// left operand, or by a copy of one operand in place of the result, as each operation says. The
+/// one exception is matChole().
 ///
 /// - Elements lie row by row: element (i, j) is `m_pData[i * m_nCol + j]`, indices from 0.
 /// - Elements that were never set are 0.0.
 /// - A matrix asked for with a zero count has no storage but reports the counts asked for. So does
 ///   one whose storage could not be obtained, with #m_bOK at 0. Operations treat both as having no
-///   elements to read or write; only GetData() does not look.
+///   elements to read or write; only GetData() does not look. What is computed from a matrix whose
+///   storage could not be obtained has no storage either, so a host may look at the end of a
+///   calculation only.
 /// - Every element loop keeps its place in the object's cursors #m_i and #m_j, and read-only
 ///   operations set the status flag; these three are `mutable`. So one matrix must not be used by
 ///   two threads at once, not even for reading.
@@ -230,9 +233,12 @@ class TILTPOLE_EXPORT CSZMatrix {
   }
   bool SameSize(const CSZMatrix& b) const { return m_nRow == b.m_nRow && m_nCol == b.m_nCol; }
   bool IsSquare() const { return m_nRow == m_nCol; }
+  // Elements were asked for, but there was no room for them.
+  bool LacksStorage() const { return m_pData == nullptr && !HasZeroCount(); }
   bool HasZeroCount() const { return m_nRow == 0 || m_nCol == 0; }
   void Obtain(unsigned int rows, unsigned int cols);
   void Release();
+  void BecomeWithoutStorage();
   void TakeFrom(CSZMatrix& other);
   int EndAssignment() const;
   void EndWalk() const;

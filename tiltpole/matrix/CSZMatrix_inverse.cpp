@@ -211,6 +211,7 @@ CSZMatrix CSZMatrix::Reverse() const {
 
 CSZMatrix CSZMatrix::T() const {
   CSZMatrix transpose(m_nCol, m_nRow);
+  if (LacksStorage()) transpose.BecomeWithoutStorage();
   if (m_pData != nullptr && transpose.m_pData != nullptr) {
     for (std::uint32_t i = 0; i < m_nRow; ++i) {
       for (std::uint32_t j = 0; j < m_nCol; ++j) {
@@ -229,6 +230,7 @@ CSZMatrix CSZMatrix::matChole(int* ok) const {
   // Deliberate: the only place of the class that does not return; hosts see the exit status.
   if (!IsSquare()) std::exit(-4);
   CSZMatrix lower(m_nCol, m_nCol);
+  if (LacksStorage()) lower.BecomeWithoutStorage();
   if (m_pData == nullptr || lower.m_pData == nullptr) return lower;
   for (std::uint32_t i = 0; i < m_nCol; ++i) {
     for (std::uint32_t j = i; j < m_nCol; ++j) {

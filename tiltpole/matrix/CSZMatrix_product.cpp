@@ -58,8 +58,9 @@ CSZMatrix CSZMatrix::operator*(const CSZMatrix& b) const {
   // Deliberate: the flag reads 0 after every product, so a host cannot tell success by it.
   m_bOK = 0;
   if (m_nCol != b.m_nRow) return b;
-  if (m_pData == nullptr || b.m_pData == nullptr) return CSZMatrix(m_nRow, b.m_nCol);
+  if (m_nCol == 0) return CSZMatrix(m_nRow, b.m_nCol);
   CSZMatrix product(m_nRow, b.m_nCol, Elements::Unfilled);
+  if (LacksStorage() || b.LacksStorage()) product.BecomeWithoutStorage();
   if (product.m_pData == nullptr) return product;
   const Factors factors{m_pData, b.m_pData, product.m_pData, m_nCol, b.m_nCol};
   std::size_t row = 0;

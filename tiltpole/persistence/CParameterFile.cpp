@@ -1,5 +1,7 @@
 #include "tiltpole/persistence/CParameterFile.h"
 
+#include <utility>
+
 #include "tiltpole/platform/text.h"
 
 namespace tiltpole {
@@ -43,8 +45,10 @@ int CParameterFile::OpenForWrite(const std::wstring& path) {
 int CParameterFile::OpenForReplace(const std::wstring& path) {
   AbandonReplacement();
   path_beside_ = path + L".new";
+  // Copied first: without room for it no file must have been created.
+  std::wstring replaced_path = path;
   if (path.empty() || !Create(path_beside_)) return 0;
-  replaced_path_ = path;
+  replaced_path_ = std::move(replaced_path);
   return 1;
 }
 

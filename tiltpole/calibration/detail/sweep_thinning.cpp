@@ -41,6 +41,7 @@ CSZMatrix ThinSweep(const CSZMatrix& sweep) {
   const unsigned int secondCut = risesToTheTop ? extreme.minimum : extreme.maximum;
 
   CSZMatrix kept(sweep.GetRow(), sweep.GetCol());
+  if (kept.m_pData == nullptr) return kept;
   unsigned int last = 0;
   const auto keep = [&](unsigned int to, unsigned int from) {
     for (unsigned int j = 0; j < sweep.GetCol(); ++j) kept.SetData(to, j, sweep.GetData(from, j));
