@@ -118,14 +118,20 @@ void QtContext::MoveTo(Point point) { position_ = point; }
 void QtContext::LineTo(Point point) {
   const Point from = std::exchange(position_, point);
   if (pen_.style == Pen::Style::Null || from == point) return;
-  if (IsThin() && target_->scale == 1.0) {
-    DrawThinLine(from, point);
+  DrawLine(from, point);
+}
+
+void QtContext::DrawLine(Point from, Point to) {
+  if (DrawsWide()) {
+    Wide().DrawLine(ToQt(from), ToQt(to));
+  } else if (IsThin() && target_->scale == 1.0) {
+    DrawThinLine(from, to);
   } else if (IsThin()) {
-    DrawThinLineScaled(from, point);
+    DrawThinLineScaled(from, to);
   } else {
     QPainter painter(&target_->image);
     BeginShape(painter);
-    painter.drawLine(ToQt(from), ToQt(point));
+    painter.drawLine(ToQt(from), ToQt(to));
   }
 }
 
@@ -209,7 +215,20 @@ void QtContext::DrawEllipse(const Rect& box) {
   if (ordered.Width() == 0 || ordered.Height() == 0) return;
   QPainter painter(&target_->image);
   BeginShape(painter);
+  if (DrawsWide()) painter.setPen(Qt::NoPen);
   painter.drawEllipse(ToQt(ordered).adjusted(0.0, 0.0, -1.0, -1.0));
+  painter.end();
+  if (DrawsWide()) {
+    Wide().DrawEllipse(QRect(ordered.left, ordered.top, ordered.Width(), ordered.Height()));
+  }
+}
+
+bool QtContext::DrawsWide() const {
+  return pen_.style == Pen::Style::Solid && !IsThin() && target_->scale == 1.0;
+}
+
+WidePen QtContext::Wide() {
+  return {target_->image, std::min(pen_.width, kCoordinateLimit), ToQt(pen_.color).rgb()};
 }
 
 void QtContext::DrawPolygon(const Point* corners, int count) {
@@ -218,7 +237,14 @@ void QtContext::DrawPolygon(const Point* corners, int count) {
   for (int i = 0; i < count; ++i) polygon << ToQt(corners[i]);
   QPainter painter(&target_->image);
   BeginShape(painter);
+  const bool own_outline = pen_.style == Pen::Style::Solid && target_->scale == 1.0;
+  if (own_outline) painter.setPen(Qt::NoPen);
   painter.drawPolygon(polygon, Qt::OddEvenFill);
+  painter.end();
+  if (!own_outline) return;
+  for (int i = 0; i < count; ++i) {
+    DrawLine(corners[i], corners[(i + 1) % count]);
+  }
 }
 
 void QtContext::FillRectangle(const Rect& box, const Brush& brush) {

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "tiltpole/platform/drawing.h"
+#include "tiltpole/platform/qt/wide_pen.h"
 
 namespace tiltpole::detail {
 
@@ -59,6 +60,10 @@ class QtContext final : public DrawingContext {
 
  private:
   bool IsThin() const { return pen_.width <= 1; }
+  /// Whether lines are set by the wide pen, rather than by Qt on a finer raster.
+  bool DrawsWide() const;
+  WidePen Wide();
+  void DrawLine(Point from, Point to);
   void DrawThinLine(Point from, Point to);
   void DrawThinLineScaled(Point from, Point to);
   void SetPixel(int x, int y);
