@@ -1,0 +1,84 @@
+// From start to exported points with the simulated pole, in a real window.
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "../temporary_folder.h"
+#include "robot.h"
+
+namespace tiltpole::field {
+namespace {
+
+using tiltpole_test::Robot;
+using tiltpole_test::TemporaryFolder;
+
+struct LivePole : testing::Test {
+  TemporaryFolder folder;
+  MainWindow window{2.0};
+  Robot robot{window};
+
+  void SetUp() override {
+    window.OpenPoints(QString::fromStdString(folder.File("points.csv")));
+    window.Source().OpenSimulatedPole();
+  }
+
+  void RecordBothTurns() {
+    const auto complete = [this](SampleSet turn) {
+      return [this, turn] { return window.Model().Turn(turn).IsComplete(); };
+    };
+    robot.SetSpeed(5.0);
+    robot.Click("record_horizontal");
+    robot.HoldUntil("turn_right", complete(SampleSet::Horizontal));
+    robot.Click("record_horizontal");
+    robot.Click("record_vertical");
+    robot.HoldUntil("turn_over", complete(SampleSet::Vertical));
+    robot.Click("record_vertical");
+    robot.Click("plumb");
+  }
+
+  std::size_t Stored() { return window.Model().Points()->Points().size(); }
+
+  const StoredPoint& StoreOne() {
+    const std::size_t before = Stored();
+    robot.Click("store");
+    EXPECT_TRUE(robot.WaitUntil([this, before] { return Stored() > before; }));
+    return window.Model().Points()->Points().back();
+  }
+};
+
+TEST_F(LivePole, LeadsFromTheTurnsToExportedPoints) {
+  robot.LookAtBothSizes("field-calibrate-start");
+  RecordBothTurns();
+  robot.Click("adjust");
+  ASSERT_TRUE(robot.WaitForText("verdict", "Calibrated: "));
+  robot.LookAtBothSizes("field-calibrate-done");
+
+  robot.Click("tab_measure");
+  robot.DragOnPad({20, -15});
+  robot.SetSpeed(5.0);
+  const StoredPoint first = StoreOne();
+  EXPECT_EQ(first.flags, 0U);
+  EXPECT_LT(first.true_error.value_or(9.0), 0.08);
+  robot.Click("walk");
+  robot.Key("pole_pad", Qt::Key_Home);
+  for (int i = 0; i < 4; ++i) robot.Key("pole_pad", Qt::Key_Left, Qt::ShiftModifier);
+  for (int i = 0; i < 9; ++i) robot.Key("pole_pad", Qt::Key_Right);
+  const StoredPoint second = StoreOne();
+  EXPECT_NEAR(second.tilt, 20.0, 0.2);
+  EXPECT_EQ(second.flags, 0U);
+  EXPECT_LT(second.true_error.value_or(9.0), 0.08);
+  robot.LookAtBothSizes("field-measure");
+
+  robot.ChooseFromMenu("more", 2, folder.File("points-out.csv"));
+  ASSERT_TRUE(robot.WaitForText("notice", "2 points exported"));
+  robot.Click("notice_seen");
+  robot.ChooseFromMenu("more", 3, folder.File("points-out.geojson"));
+  ASSERT_TRUE(robot.WaitForText("notice", "2 points exported"));
+  EXPECT_EQ(folder.Read("points-out.csv"), folder.Read("points.csv"));
+  const auto json = nlohmann::json::parse(folder.Read("points-out.geojson"));
+  ASSERT_EQ(json["features"].size(), 2U);
+  EXPECT_NEAR(json["features"][1]["geometry"]["coordinates"][1].get<double>(), 1005.0, 0.08);
+}
+
+}  // namespace
+}  // namespace tiltpole::field

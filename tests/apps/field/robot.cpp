@@ -1,0 +1,127 @@
+#include "robot.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMenu>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace tiltpole_test {
+
+Robot::Robot(tiltpole::field::MainWindow& window) : window_(window) {
+  window_.resize(1280, 800);
+  window_.show();
+  EXPECT_TRUE(QTest::qWaitForWindowExposed(&window_, kPatience));
+  window_.activateWindow();
+}
+
+void Robot::Expect(bool so, const char* name) {
+  if (!so) throw std::runtime_error(std::string(name) + " is not to be seen");
+}
+
+void Robot::Click(const char* button) {
+  auto* target = See<QPushButton>(button);
+  if (!target->isEnabled()) throw std::runtime_error(std::string(button) + " is disabled");
+  QTest::mouseClick(target, Qt::LeftButton);
+}
+
+void Robot::HoldUntil(const char* button, const std::function<bool()>& so) {
+  auto* target = See<QPushButton>(button);
+  QTest::mousePress(target, Qt::LeftButton);
+  EXPECT_TRUE(WaitUntil(so)) << button;
+  QTest::mouseRelease(target, Qt::LeftButton);
+}
+
+void Robot::DragOnPad(QPoint from_middle) {
+  auto* pad = See<QWidget>("pole_pad");
+  const QPoint middle = pad->rect().center();
+  QTest::mousePress(pad, Qt::LeftButton, Qt::NoModifier, middle);
+  QTest::mouseMove(pad, middle + from_middle / 2);
+  QTest::mouseMove(pad, middle + from_middle);
+  QTest::mouseRelease(pad, Qt::LeftButton, Qt::NoModifier, middle + from_middle);
+}
+
+void Robot::Key(const char* widget, Qt::Key key, Qt::KeyboardModifiers modifiers) {
+  QTest::keyClick(See<QWidget>(widget), key, modifiers);
+}
+
+// The dialog runs a loop of its own, so the answer has to be under way before it opens.
+void Robot::AnswerFileDialog(const std::string& path) {
+  auto* timer = new QTimer(&window_);
+  QObject::connect(timer, &QTimer::timeout, &window_, [timer, path] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr || !dialog->isVisible()) return;
+    auto* name = dialog->findChild<QLineEdit*>("fileNameEdit");
+    // Without the focus the dialog puts the names of its list into the field.
+    if (!name->hasFocus()) {
+      dialog->activateWindow();
+      name->setFocus();
+      return;
+    }
+    timer->stop();
+    timer->deleteLater();
+    name->clear();
+    QTest::keyClicks(name, QString::fromStdString(path));
+    QTest::keyClick(name, Qt::Key_Enter);
+  });
+  timer->start(50);
+}
+
+void Robot::ClickAndType(const char* button, const std::string& path) {
+  AnswerFileDialog(path);
+  Click(button);
+}
+
+void Robot::ChooseFromMenu(const char* button, int entry, const std::string& path) {
+  auto* target = See<QPushButton>(button);
+  if (!path.empty()) AnswerFileDialog(path);
+  QTimer::singleShot(200, &window_, [target, entry] {
+    for (int i = 0; i <= entry; ++i) QTest::keyClick(target->menu(), Qt::Key_Down);
+    QTest::keyClick(target->menu(), Qt::Key_Enter);
+  });
+  QTest::mouseClick(target, Qt::LeftButton);
+}
+
+bool Robot::WaitUntil(const std::function<bool()>& so) { return QTest::qWaitFor(so, kPatience); }
+
+bool Robot::WaitForText(const char* label, const std::string& part) {
+  const bool came = WaitUntil([&] { return Read(label).find(part) != std::string::npos; });
+  if (!came) ADD_FAILURE() << label << " says '" << Read(label) << "', not '" << part << "'";
+  return came;
+}
+
+void Robot::SetSpeed(double speed) {
+  constexpr int kSpeeds = 5;
+  for (int i = 0; i <= kSpeeds && window_.Model().Source()->Speed() != speed; ++i) Click("speed");
+  EXPECT_EQ(window_.Model().Source()->Speed(), speed);
+}
+
+void Robot::LookAtBothSizes(const char* picture) {
+  LookAt({480, 800}, picture);
+  LookAt({1280, 800}, picture);
+}
+
+void Robot::LookAt(QSize size, const char* picture) {
+  window_.resize(size);
+  QTest::qWait(300);
+  EXPECT_EQ(window_.size(), size) << picture << ": the window cannot be made so small";
+  for (const auto* const button : window_.findChildren<QPushButton*>()) {
+    if (!button->isVisible()) continue;
+    const std::string name = button->objectName().toStdString();
+    EXPECT_GE(button->height(), tiltpole::field::kTouchSize) << name;
+    EXPECT_GE(button->width(), tiltpole::field::kTouchSize) << name;
+    const int needed = button->fontMetrics().horizontalAdvance(button->text());
+    EXPECT_GE(button->width(), needed + 8) << name << " has its text cut off at " << size.width();
+    const QRect place(button->mapTo(&window_, QPoint()), button->size());
+    EXPECT_TRUE(window_.rect().contains(place)) << name << " is outside of the window";
+  }
+  const QString folder = qEnvironmentVariable("TILTPOLE_SCREENSHOTS");
+  if (folder.isEmpty()) return;
+  const QString file =
+      QStringLiteral("%1-%2x%3.png").arg(picture).arg(size.width()).arg(size.height());
+  EXPECT_TRUE(window_.grab().save(QDir(folder).filePath(file))) << file.toStdString();
+}
+
+}  // namespace tiltpole_test

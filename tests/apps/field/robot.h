@@ -1,0 +1,57 @@
+#pragma once
+
+// An operator with a mouse and a keyboard.
+
+#include <QApplication>
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+#include <functional>
+#include <string>
+
+#include "apps/field/main_window.h"
+
+namespace tiltpole_test {
+
+/// Generous, since test machines are busy; a test that passes never waits that long.
+inline constexpr int kPatience = 60000;
+
+class Robot {
+ public:
+  explicit Robot(tiltpole::field::MainWindow& window);
+
+  /// The widget of that name; fails the test when it is missing or hidden.
+  template <typename Widget>
+  Widget* See(const char* name) {
+    auto* widget = window_.findChild<Widget*>(name);
+    Expect(widget != nullptr && widget->isVisible(), name);
+    return widget;
+  }
+  std::string Read(const char* label) { return See<QLabel>(label)->text().toStdString(); }
+
+  void Click(const char* button);
+  /// Holds a button down until something is so.
+  void HoldUntil(const char* button, const std::function<bool()>& so);
+  void DragOnPad(QPoint from_middle);
+  void Key(const char* widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+  /// Clicks a button that asks for a file, and types the file's name.
+  void ClickAndType(const char* button, const std::string& path);
+  void ChooseFromMenu(const char* button, int entry, const std::string& path = {});
+
+  bool WaitUntil(const std::function<bool()>& so);
+  bool WaitForText(const char* label, const std::string& part);
+  /// Goes through the speeds until that one is set.
+  void SetSpeed(double speed);
+
+  /// At both sizes: nothing is too small to touch or cut off; a picture, where they are asked for.
+  void LookAtBothSizes(const char* picture);
+
+ private:
+  static void Expect(bool so, const char* name);
+  void AnswerFileDialog(const std::string& path);
+  void LookAt(QSize size, const char* picture);
+
+  tiltpole::field::MainWindow& window_;
+};
+
+}  // namespace tiltpole_test
