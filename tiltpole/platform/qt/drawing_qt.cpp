@@ -38,8 +38,10 @@ QFont FontOfCellHeight(const Font& font) {
   QFont result = QGuiApplication::font();
   if (!font.face.empty()) result.setFamily(QString::fromStdWString(font.face));
   if (font.pitch_and_family == 32) result.setStyleHint(QFont::SansSerif);
+  // A face lighter than normal, smoothed at the size of a label, would lose its colour.
   if (font.weight > 0) {
-    result.setWeight(static_cast<QFont::Weight>(std::clamp(font.weight, 1, 1000)));
+    result.setWeight(
+        static_cast<QFont::Weight>(std::clamp<int>(font.weight, QFont::Normal, QFont::Black)));
   }
   if (font.height > 0) {
     const int height = std::min(font.height, kCoordinateLimit);
