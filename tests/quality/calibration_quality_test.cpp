@@ -182,6 +182,27 @@ TEST(CalibrationQuality, WithoutTiltsTheVerdictIsNeverGood) {
   EXPECT_TRUE(Has(quality, QualityCode::TiltsMissing));
 }
 
+TEST(CalibrationQuality, TiltsThatCountAWholeTurnAreNoElevationsAndCountAsMissing) {
+  SimulatedSession session = IdealSession(72);
+  for (std::size_t i = 0; i < 72; ++i) {
+    session.horizontal[i].InclineX = session.vertical[i].InclineX = 5.0 * static_cast<double>(i);
+  }
+  const CalibrationQuality quality = JudgeWithDefaults(session);
+  EXPECT_LT(quality.A.Heading.RootMeanSquare, 0.01);
+  EXPECT_LT(quality.B.Heading.Tilted, 0.01);
+  EXPECT_TRUE(Has(quality, QualityCode::TiltsMissing));
+  EXPECT_EQ(quality.Result, Verdict::Usable);
+}
+
+TEST(CalibrationQuality, OneImpossibleTiltLeavesTheOthersInForce) {
+  SimulatedSession session = IdealSession(72);
+  session.vertical[9].InclineX = 300.0;
+  session.horizontal[9].InclineY = -100.0;
+  const CalibrationQuality quality = JudgeWithDefaults(session);
+  EXPECT_TRUE(std::isfinite(quality.A.Heading.RootMeanSquare));
+  EXPECT_FALSE(Has(quality, QualityCode::TiltsMissing));
+}
+
 TEST(CalibrationQuality, APoleThatLeanedToOneSideOfTheSensorIsToldAndItsHeadingErrorToo) {
   // The operator walks around with the pole leaning forward by 3 degrees: the vertical field, 1.7
   // times the horizontal one, puts a constant part into x, and the fit takes it for an offset.

@@ -20,6 +20,7 @@ detail::RawSession SessionOf(const Samples& horizontal, const Samples& vertical)
   session.Vertical = detail::FiniteSamples(vertical);
   session.Left_Out = static_cast<int>(horizontal.size() - session.Horizontal.size() +
                                       vertical.size() - session.Vertical.size());
+  detail::LevelImpossibleTilts(session.Horizontal, session.Vertical);
   return session;
 }
 

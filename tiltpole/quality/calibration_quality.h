@@ -135,7 +135,9 @@ struct CalibrationQuality {
 /// @param[in] horizontal   raw samples of the turn about the z axis, in order of arrival
 /// @param[in] vertical     raw samples of the turn about the y axis
 /// @param[in] correction_A, correction_B, translation  the parameters to judge
-/// @return the report. Samples that hold anything but finite numbers are left out and said so.
+/// @return the report. Samples whose readings are anything but finite numbers are left out and said
+///         so. Tilts that no axis can have, beyond 95 degrees, count as 0; where more than a tenth
+///         are such (an angle that counts a whole turn), all count as missing.
 ///         Cost: linear in the samples, but for one sort; a few microseconds a sample.
 TILTPOLE_EXPORT CalibrationQuality JudgeCalibration(
     const std::vector<PoseSensorData>& horizontal, const std::vector<PoseSensorData>& vertical,

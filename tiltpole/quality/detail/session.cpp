@@ -17,6 +17,13 @@ bool IsFinite(const PoseSensorData& s) {
          std::isfinite(s.MagneticY_B) && std::isfinite(s.MagneticZ_B);
 }
 
+// Of an axis [degrees]; the last few are for the noise of a pole that lies flat.
+constexpr double kSteepestTilt = 95.0;
+
+bool HasPossibleTilts(const PoseSensorData& s) {
+  return std::fabs(s.InclineX) <= kSteepestTilt && std::fabs(s.InclineY) <= kSteepestTilt;
+}
+
 // Noise takes the tilts of a pole that lies flat a little beyond what perpendicular axes can have.
 Vector3 UpOf(const PoseSensorData& sample) {
   Vector3 up = UpFromTilts(sample.InclineX, sample.InclineY);
@@ -34,6 +41,21 @@ Samples FiniteSamples(const Samples& samples) {
   Samples finite;
   std::copy_if(samples.begin(), samples.end(), std::back_inserter(finite), IsFinite);
   return finite;
+}
+
+void LevelImpossibleTilts(Samples& horizontal, Samples& vertical) {
+  std::size_t possible = 0;
+  for (const Samples* turn : {&horizontal, &vertical}) {
+    possible +=
+        static_cast<std::size_t>(std::count_if(turn->begin(), turn->end(), HasPossibleTilts));
+  }
+  const std::size_t count = horizontal.size() + vertical.size();
+  const bool elevations = (count - possible) * 10 <= count;
+  for (Samples* turn : {&horizontal, &vertical}) {
+    for (PoseSensorData& sample : *turn) {
+      if (!elevations || !HasPossibleTilts(sample)) sample.InclineX = sample.InclineY = 0.0;
+    }
+  }
 }
 
 std::vector<Vector3> RawReadings_A(const Samples& samples) {

@@ -16,6 +16,11 @@ using Samples = std::vector<PoseSensorData>;
 // The samples whose six readings are finite.
 Samples FiniteSamples(const Samples& samples);
 
+// Levels the samples whose tilts no axis can have: those beyond 90 degrees by more than noise, or
+// not numbers. Where more than a tenth of a session are such, its tilts are no elevations, and all
+// count as missing.
+void LevelImpossibleTilts(Samples& horizontal, Samples& vertical);
+
 std::vector<Vector3> RawReadings_A(const Samples& samples);
 std::vector<Vector3> RawReadings_B(const Samples& samples);
 
