@@ -54,6 +54,10 @@ TEST(SweepThinning, AConstantColumnLeavesOnlyTheFirstRow) {
   EXPECT_EQ(kept.GetData(0, 1), 1.0);
 }
 
+TEST(SweepThinning, ASingleRowStays) {
+  EXPECT_EQ(FirstColumn(ThinSweep(Rows({{7, 1}}))), std::vector<double>{7});
+}
+
 TEST(SweepThinning, AllColumnsOfAKeptRowStay) {
   const CSZMatrix kept = ThinSweep(Rows({{10, 1, 2}, {11, 3, 4}, {14, 5, 6}, {1, 7, 8}}));
   ASSERT_EQ(kept.GetRow(), 3U);
