@@ -1,10 +1,7 @@
 #include "tiltpole/calibration/CInclineSensor_MagneticAdjust.h"
 
-#include <utility>
-
 #include "tiltpole/calibration/detail/correction_fit.h"
 #include "tiltpole/calibration/detail/readings.h"
-#include "tiltpole/calibration/detail/sweep_thinning.h"
 #include "tiltpole/calibration/detail/warnings.h"
 #include "tiltpole/records/magnetic_correction.h"
 
@@ -90,6 +87,7 @@ int CInclineSensor_MagneticAdjust::Adjust() {
         L"B calculation of the magnetometer calibration fails, please recalibrate!");
     return 0;
   }
+  // Both matrices hold the same samples, so this cannot fail here.
   if (MagneticCoordinateOffset(horizontal_A, horizontal_B, coorTrans_) == 0) {
     detail::WarnOfFailure(L"Pan calculation magnetometer system fails, please recalibrate!");
     return 0;

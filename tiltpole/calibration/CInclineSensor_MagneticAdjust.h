@@ -32,7 +32,7 @@ namespace tiltpole {
 /// **Limits.** `b` and `e` are searched for between 0 and 2; a sensor that needs more cannot be
 /// calibrated. Readings whose residual is 1000 squared counts or more count as outliers and are
 /// left out while more than 20 others remain: the limit suits a field of some hundred to some
-/// thousand counts.
+/// thousand counts. A fit that comes to rest only after more than 500 passes counts as failed.
 ///
 /// **Failure.** Nothing is thrown but std::bad_alloc, which leaves the samples as they are; the
 /// operation can be repeated. A failed calibration shows

@@ -3,7 +3,6 @@
 
 #include <cmath>
 #include <limits>
-#include <utility>
 #include <vector>
 
 #include "tiltpole/calibration/CInclineSensor_MagneticAdjust.h"

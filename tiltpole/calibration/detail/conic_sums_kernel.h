@@ -20,9 +20,6 @@ struct ScaledPlane {
   std::size_t count;
 };
 
-/// The sums that the normal equations of an ellipse fit need, by the names of their factors: with
-/// w = base + t v the design row is [s, m, u, w, 1], s = u^2 - w^2 and m = u w, and the right-hand
-/// side is r = -w^2. Those of u alone do not depend on t and are in AxisSums.
 /// The sums of a fit that the first axis of the plane alone decides.
 struct AxisSums {
   double count = 0.0;
@@ -30,6 +27,9 @@ struct AxisSums {
   double uu = 0.0;
 };
 
+/// The sums that the normal equations of an ellipse fit need, by the names of their factors: with
+/// w = base + t v the design row is [s, m, u, w, 1], s = u^2 - w^2 and m = u w, and the right-hand
+/// side is r = -w^2. Those of u alone do not depend on t and are in AxisSums.
 enum ConicSum {
   kSS,
   kSM,
