@@ -61,6 +61,31 @@ TEST(CommandLine, APoleOfNoLengthIsWrongUsage) {
   EXPECT_EQ(RunProgram({"measure", "block.csv", "--pole-length", "nan"}).status, 2);
 }
 
+TEST(CommandLine, AnOptionThatIsNotANumberIsWrongUsage) {
+  const auto measure = RunProgram({"measure", "block.csv", "--pole-length", "nan"});
+  EXPECT_EQ(measure.status, 2);
+  EXPECT_NE(measure.err.find("--pole-length: nan is no number from 1e-06 to 1e+06"),
+            std::string::npos)
+      << measure.err;
+  for (const char* const option : {"--max-tilt", "--dip", "--field", "--noise", "--tilt-step"}) {
+    const auto run = RunProgram({"simulate", option, "nan"});
+    EXPECT_EQ(run.status, 2) << option;
+    EXPECT_EQ(run.out, "") << option;
+  }
+  EXPECT_EQ(RunProgram({"simulate", "--offset-a", "1", "inf", "3"}).status, 2);
+  EXPECT_EQ(RunProgram({"simulate", "--cross-b", "nan", "0", "0"}).status, 2);
+  EXPECT_EQ(RunProgram({"simulate", "--max-tilt", "90.5"}).status, 2);
+}
+
+TEST(CommandLine, AParameterFileIsNoStandardStream) {
+  const auto run = RunProgram({"calibrate", "-", "-o", "-"});
+  EXPECT_EQ(run.status, 2);
+  EXPECT_NE(run.err.find("a parameter file has a name"), std::string::npos) << run.err;
+  EXPECT_EQ(RunProgram({"params", "-"}).status, 2);
+  EXPECT_EQ(RunProgram({"measure", "-", "--pole-length", "2", "--params", "-"}).status, 2);
+  EXPECT_EQ(RunProgram({"simulate", "--points", "1", "--true-params", "-"}).out, "");
+}
+
 TEST(Simulate, TheSameSeedGivesTheSameSession) {
   const auto run = RunProgram({"simulate", "--seed", "5", "--points", "20"});
   EXPECT_EQ(run.status, 0);

@@ -11,6 +11,7 @@
 
 #include "apps/session/number_text.h"
 #include "apps/tiltpole/commands/commands.h"
+#include "apps/tiltpole/commands/option_checks.h"
 #include "apps/tiltpole/messages.h"
 #include "apps/tiltpole/parameter_file.h"
 #include "apps/tiltpole/quality_output.h"
@@ -170,7 +171,9 @@ void AddCalibrate(CLI::App& program, Action& action) {
       "the fit fails, the reasons are told, the exit status is 1 and an old parameter file stays "
       "as it was.");
   command.add_option("session", options->session, "Session file")->required();
-  command.add_option("-o,--output", options->output, "Parameter file to write")->required();
+  command.add_option("-o,--output", options->output, "Parameter file to write")
+      ->required()
+      ->check(ParameterFileName());
   command
       .add_option("--screen", options->screen,
                   "Screen both turns and use about so many samples of each; 0 uses all samples")

@@ -9,6 +9,7 @@
 #include "apps/session/output_file.h"
 #include "apps/session/session_reader.h"
 #include "apps/tiltpole/commands/commands.h"
+#include "apps/tiltpole/commands/option_checks.h"
 #include "apps/tiltpole/measure_summary.h"
 #include "apps/tiltpole/measured_rows.h"
 #include "apps/tiltpole/parameter_file.h"
@@ -138,14 +139,14 @@ int Measure(const MeasureOptions& options, Console& console) {
 
 void AddDeviationOptions(CLI::App& command, MeasureOptions& options) {
   const auto add = [&command](const char* name, double& value, const char* help) {
-    command.add_option(name, value, help)->check(CLI::Range(0.0, 1e6))->capture_default_str();
+    command.add_option(name, value, help)->check(NumberBetween(0.0, 1e6))->capture_default_str();
   };
   PointDeviations& deviations = options.deviations;
   add("--tilt-sd", deviations.Tilt, "Standard deviation of each tilt, degrees");
   command
       .add_option("--heading-sd", options.heading_deviation,
                   "Standard deviation of each magnetometer's heading, degrees")
-      ->check(CLI::Range(1e-9, 360.0))
+      ->check(NumberBetween(1e-9, 360.0))
       ->capture_default_str();
   add("--length-sd", deviations.Length, "Standard deviation of the pole length, metres");
   add("--antenna-sd", deviations.AntennaPlane,
@@ -166,18 +167,19 @@ void AddMeasure(CLI::App& program, Action& action) {
       "measure",
       "Work out the tip for every sample of a set: its offset from the antenna, its position where "
       "the antenna's is given, both headings, the stationary and interference flags, the tip's "
-      "standard "
-      "deviations, and the error where the true tip is given. Lengths are metres, angles degrees; "
-      "'nan' stands where a "
-      "solution has no result. Memory does not grow with the session: up to 20,000 values the "
-      "summary's median and 95 % are exact, beyond that they are within 0.1 %; the largest is "
-      "always exact.");
+      "standard deviations, and the error where the true tip is given. Lengths are metres, angles "
+      "degrees; 'nan' stands where a solution has no result. Memory does not grow with the "
+      "session: "
+      "up to 20,000 values the summary's median and 95 % are exact, beyond that they are within "
+      "0.1 %; the largest is always exact.");
   command.add_option("session", options->session, "Session file")->required();
-  command.add_option("--params", options->params,
-                     "Parameter file; without it the default parameters, not calibrated");
+  command
+      .add_option("--params", options->params,
+                  "Parameter file; without it the default parameters, not calibrated")
+      ->check(ParameterFileName());
   command.add_option("--pole-length", options->pole_length, "Antenna to tip, metres")
       ->required()
-      ->check(CLI::Range(1e-6, 1e6));
+      ->check(NumberBetween(1e-6, 1e6));
   command.add_option("--set", options->set, "Which rows: horizontal, vertical or measure")
       ->check(CLI::IsMember({"horizontal", "vertical", "measure"}))
       ->capture_default_str();

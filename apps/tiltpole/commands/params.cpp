@@ -7,6 +7,7 @@
 
 #include "apps/session/number_text.h"
 #include "apps/tiltpole/commands/commands.h"
+#include "apps/tiltpole/commands/option_checks.h"
 #include "apps/tiltpole/parameter_file.h"
 #include "apps/tiltpole/text_table.h"
 
@@ -54,7 +55,9 @@ void AddParams(CLI::App& program, Action& action) {
   CLI::App& command = *program.add_subcommand(
       "params",
       "Show and check a parameter file. Exit status 1 when an entry is missing or no number.");
-  command.add_option("file", options->file, "Parameter file")->required();
+  command.add_option("file", options->file, "Parameter file")
+      ->required()
+      ->check(ParameterFileName());
   command.add_flag("--json", options->json, "As JSON");
   RunsWith(command, action, options, Params);
 }

@@ -89,9 +89,9 @@ void AddScreen(CLI::App& program, Action& action) {
   CLI::App& command = *program.add_subcommand(
       "screen",
       "Screen one turn of a session: how much of the circle is covered, which azimuths are "
-      "missing, "
-      "how many samples each filter leaves; write the selected samples, by rising azimuth, as a "
-      "session. Azimuths are directions of magnetometer A's reading about the turn's centre.");
+      "missing, how many samples each filter leaves; write the selected samples, by rising "
+      "azimuth, "
+      "as a session. Azimuths are directions of magnetometer A's reading about the turn's centre.");
   command.add_option("session", options->session, "Session file")->required();
   command.add_option("--set", options->set, "Which turn: horizontal or vertical")
       ->required()

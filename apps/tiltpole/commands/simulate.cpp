@@ -8,6 +8,7 @@
 #include "apps/session/session_writer.h"
 #include "apps/session/simulated_session.h"
 #include "apps/tiltpole/commands/commands.h"
+#include "apps/tiltpole/commands/option_checks.h"
 #include "apps/tiltpole/parameter_file.h"
 #include "apps/tiltpole/progress.h"
 
@@ -89,17 +90,19 @@ void AddSensorOptions(CLI::App& command, const std::string& which, std::vector<d
   command
       .add_option("--offset-" + which, offset, "Offsets of magnetometer " + which + " in counts")
       ->expected(3)
+      ->check(NumberBetween(-1e9, 1e9))
       ->type_name("X Y Z");
   command
       .add_option("--scale-" + which, scale,
                   "Gains of its y and z axes against its x axis, above 0")
       ->expected(2)
-      ->check(CLI::Range(1e-6, 1e6))
+      ->check(NumberBetween(1e-6, 1e6))
       ->type_name("Y Z");
   command
       .add_option("--cross-" + which, cross,
                   "Its cross-axis shares: of x in y, of x in z, of y in z")
       ->expected(3)
+      ->check(NumberBetween(-1e6, 1e6))
       ->type_name("YX ZX ZY");
 }
 
@@ -117,8 +120,10 @@ void AddSimulate(CLI::App& program, Action& action) {
       "Write a session of a simulated pole: a turn about the vertical, a turn about the sensor's y "
       "axis, and a block of points with the antenna's position and the tip's true one.");
   command.add_option("-o,--output", options->output, "Session file")->capture_default_str();
-  command.add_option("--true-params", options->true_params,
-                     "Also write the parameter file that undoes the simulated errors exactly");
+  command
+      .add_option("--true-params", options->true_params,
+                  "Also write the parameter file that undoes the simulated errors exactly")
+      ->check(ParameterFileName());
   command.add_option("--seed", options->seed, "The same seed gives the same session everywhere")
       ->capture_default_str();
   command.add_option("--samples", options->plan.samples_per_turn, "Samples per turn")
@@ -128,36 +133,36 @@ void AddSimulate(CLI::App& program, Action& action) {
       ->check(CLI::Range(std::int64_t{0}, std::int64_t{1'000'000'000}))
       ->capture_default_str();
   command.add_option("--max-tilt", options->plan.largest_tilt, "Largest tilt at a point, degrees")
-      ->check(CLI::Range(0.0, 90.0))
+      ->check(NumberBetween(0.0, 90.0))
       ->capture_default_str();
   command.add_option("--wobble", options->plan.wobble, "Sway of the pole during turns, degrees")
-      ->check(CLI::Range(0.0, 45.0))
+      ->check(NumberBetween(0.0, 45.0))
       ->capture_default_str();
   command.add_option("--pole-length", pole.pole_length, "Antenna to tip, metres")
-      ->check(CLI::Range(1e-3, 1e3))
+      ->check(NumberBetween(1e-3, 1e3))
       ->capture_default_str();
   command.add_option("--field", pole.field_strength, "Strength of the magnetic field, counts")
-      ->check(CLI::Range(1e-3, 1e9))
+      ->check(NumberBetween(1e-3, 1e9))
       ->capture_default_str();
   command.add_option("--dip", pole.dip, "Dip of the field, degrees, downwards positive")
-      ->check(CLI::Range(-90.0, 90.0))
+      ->check(NumberBetween(-90.0, 90.0))
       ->capture_default_str();
   command
       .add_option("--noise", options->noise, "Standard deviation of each magnetometer axis, counts")
-      ->check(CLI::Range(0.0, 1e9))
+      ->check(NumberBetween(0.0, 1e9))
       ->capture_default_str();
   command.add_option("--tilt-noise", pole.tilt_noise, "Standard deviation of each tilt, degrees")
-      ->check(CLI::Range(0.0, 90.0))
+      ->check(NumberBetween(0.0, 90.0))
       ->capture_default_str();
   command
       .add_option("--count-step", pole.count_step,
                   "Readings are multiples of this; 0 leaves them unrounded")
-      ->check(CLI::Range(0.0, 1e6))
+      ->check(NumberBetween(0.0, 1e6))
       ->capture_default_str();
   command
       .add_option("--tilt-step", pole.tilt_step,
                   "Tilts are multiples of this, degrees; 0 leaves them unrounded")
-      ->check(CLI::Range(0.0, 10.0))
+      ->check(NumberBetween(0.0, 10.0))
       ->capture_default_str();
   AddSensorOptions(command, "a", options->offset_a, options->scale_a, options->cross_a);
   AddSensorOptions(command, "b", options->offset_b, options->scale_b, options->cross_b);
