@@ -1,7 +1,8 @@
 #!/bin/bash
 # Installs what is missing, builds, and runs every test: on this machine, and on request on every
-# target that the project builds for, under its emulator. Prints a table at the end; the last line
-# is "N passed, N failed", and the exit status is 0 only when nothing failed.
+# target that the project builds for, under its emulator, and then each fuzzer for a minute. Prints a
+# table at the end; the last line is "N passed, N failed", and the exit status is 0 only when nothing
+# failed.
 # usage: scripts/test.sh [--every-target]      the whole suite
 #        scripts/test.sh TARGET...             on some targets only (names of the presets)
 set -uo pipefail
@@ -9,11 +10,13 @@ cd "$(dirname "$0")/.." || exit 2
 
 targets=(linux-gcc)
 install=()
+fuzz=no
 case ${1:-} in
   '') ;;
   --every-target)
     targets=(linux-gcc linux-clang linux-aarch64 linux-armv7 windows-x64 windows-x86)
     install=(--every-target)
+    fuzz=yes
     ;;
   -*) sed -n 's/^# usage: /usage: /p' "$0" >&2; exit 2 ;;
   *) targets=("$@") install=(--every-target) ;;
@@ -124,10 +127,24 @@ test_target() {
   run_tests "$target"
 }
 
+run_fuzzers() {
+  echo '=== fuzz'
+  SECONDS=0
+  scripts/fuzz.sh 60 2>&1 | tee "$logs/fuzz.log"
+  local passed=0 failed=1
+  if [[ $(tail -n 1 "$logs/fuzz.log") =~ ^([0-9]+)\ passed,\ ([0-9]+)\ failed$ ]]; then
+    passed=${BASH_REMATCH[1]} failed=${BASH_REMATCH[2]}
+  fi
+  passed_in_all=$((passed_in_all + passed))
+  failed_in_all=$((failed_in_all + failed))
+  row fuzz "$passed" "$failed" 0 "$SECONDS" 'fuzzers, a minute each'
+}
+
 scripts/install_packages.sh "${install[@]}" || exit 1
 start_screen
 export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-offscreen}
 for target in "${targets[@]}"; do test_target "$target"; done
+[ $fuzz = no ] || run_fuzzers
 
 echo
 printf '%-14s %8s %8s %8s %6s\n' target passed failed skipped s
