@@ -32,7 +32,6 @@ class ViewFiles {
   const std::filesystem::path xz =
       tiltpole::detail::ViewFilePath(tiltpole::detail::kPlotXZ, tiltpole::detail::ProgramFolder());
 
- private:
   void Remove() const {
     std::error_code ignored;
     std::filesystem::remove_all(xy, ignored);

@@ -24,6 +24,9 @@ namespace tiltpole {
 ///
 /// The dial's diameter is the smaller side of the client area less 5 pixels. In smaller windows the
 /// shapes degenerate; nothing fails. All calls come from the thread of the user interface.
+///
+/// Where memory runs out, std::bad_alloc leaves an operation: what it had taken from the windowing
+/// system is given back, and a later paint shows the whole picture. Nothing else is thrown.
 class TILTPOLE_CONTROLS_EXPORT CGraphCompass : public StaticWindow {
  public:
   CGraphCompass();

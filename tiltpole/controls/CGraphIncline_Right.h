@@ -16,6 +16,9 @@ namespace tiltpole {
 ///
 /// Both keep their face and update without flicker in the way of CGraphCompass, which also tells
 /// when a host must call ReconstructControl. All calls come from the thread of the user interface.
+///
+/// Where memory runs out, std::bad_alloc leaves an operation: what it had taken from the windowing
+/// system is given back, and a later paint shows the whole picture. Nothing else is thrown.
 class TILTPOLE_CONTROLS_EXPORT CGraphIncline_Right : public StaticWindow {
  public:
   CGraphIncline_Right();

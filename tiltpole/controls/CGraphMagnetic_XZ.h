@@ -32,6 +32,9 @@ namespace tiltpole {
 ///
 /// The picture keeps the size that the window had when it was created. All calls come from the
 /// thread of the user interface.
+///
+/// Where memory runs out, std::bad_alloc leaves an operation: what it had taken from the windowing
+/// system is given back, and a later paint shows the whole picture. Nothing else is thrown.
 class TILTPOLE_CONTROLS_EXPORT CGraphMagnetic_XZ : public ChildWindow {
  public:
   /// Loads the view of the run before; without one the view starts at (0, -500), at the left and

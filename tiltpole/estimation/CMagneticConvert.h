@@ -18,7 +18,8 @@ namespace tiltpole {
 ///     target = k R(theta) source + offset
 ///
 /// The estimate is the least-squares solution over all pairs. Coordinates have any unit, the
-/// same within one system. The object starts without pairs and as the identity.
+/// same within one system. The object starts without pairs and as the identity. Nothing throws, but
+/// for std::bad_alloc from AddPoint(), which then adds nothing.
 class TILTPOLE_EXPORT CMagneticConvert {
  public:
   /// Adds a point known in both systems; for CalFourParameter().

@@ -221,7 +221,7 @@ class TILTPOLE_CONTROLS_EXPORT DrawingContext {
   /// @{
   virtual Pen SelectPen(const Pen& pen) = 0;
   virtual Brush SelectBrush(const Brush& brush) = 0;
-  virtual Font SelectFont(const Font& font) = 0;
+  virtual Font SelectFont(Font font) = 0;
   virtual Color SetTextColor(Color color) = 0;
   virtual Color SetBackgroundColor(Color color) = 0;
   virtual BackgroundMode SetBackgroundMode(BackgroundMode mode) = 0;
@@ -321,7 +321,8 @@ class SelectedFont {
  public:
   SelectedFont(DrawingContext& context, const Font& font)
       : context_(context), previous_(context.SelectFont(font)) {}
-  ~SelectedFont() { context_.SelectFont(previous_); }
+  // Moved: putting a font back must not need memory.
+  ~SelectedFont() { context_.SelectFont(std::move(previous_)); }
   SelectedFont(const SelectedFont&) = delete;
   SelectedFont& operator=(const SelectedFont&) = delete;
 

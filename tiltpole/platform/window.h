@@ -89,4 +89,20 @@ class TakenContext {
   DrawingContext* context_;
 };
 
+/// The context of a paint; the paint ends with it, however it ends.
+template <typename Window>
+class PaintContext {
+ public:
+  explicit PaintContext(Window& window) : window_(window), context_(*window.BeginPaint()) {}
+  ~PaintContext() { window_.EndPaint(); }
+  PaintContext(const PaintContext&) = delete;
+  PaintContext& operator=(const PaintContext&) = delete;
+
+  DrawingContext& operator*() const { return context_; }
+
+ private:
+  Window& window_;
+  DrawingContext& context_;
+};
+
 }  // namespace tiltpole::detail

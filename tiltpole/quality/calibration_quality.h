@@ -139,6 +139,7 @@ struct CalibrationQuality {
 ///         so. Tilts that no axis can have, beyond 95 degrees, count as 0; where more than a tenth
 ///         are such (an angle that counts a whole turn), all count as missing.
 ///         Cost: linear in the samples, but for one sort; a few microseconds a sample.
+///         Nothing is thrown but std::bad_alloc; the same holds for the two below.
 TILTPOLE_EXPORT CalibrationQuality JudgeCalibration(
     const std::vector<PoseSensorData>& horizontal, const std::vector<PoseSensorData>& vertical,
     const Incline_MagneticCorrectParameter& correction_A,

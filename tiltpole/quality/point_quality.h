@@ -70,7 +70,7 @@ struct PointQuality {
 /// @param[in] length      pole length
 /// @param[in] options     as for SolveRigorousTip; its deviations are those of the headings
 /// @param[in] deviations  of tilts, length and antenna; a negative one counts as 0
-/// @return the uncertainty. Cost: some forty tips.
+/// @return the uncertainty. Cost: some forty tips. Nothing is thrown but std::bad_alloc.
 TILTPOLE_EXPORT PointQuality JudgePoint(const PoseSensorData& corrected, double length,
                                         const RigorousTipOptions& options = {},
                                         const PointDeviations& deviations = {});

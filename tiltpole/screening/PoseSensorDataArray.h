@@ -30,7 +30,8 @@ class TILTPOLE_EXPORT PoseSensorDataArray {
   /// @return a reference that holds until the next call of Add(), RemoveAll() or this operator.
   PoseSensorData*& operator[](int index);
 
-  /// Appends an entry, in constant time on average.
+  /// Appends an entry, in constant time on average. Without memory std::bad_alloc is thrown, and
+  /// the array is as it was; nothing else of it throws, but for copying it.
   /// @return the new entry's index.
   int Add(PoseSensorData* rec);
 

@@ -9,13 +9,20 @@ KeptDial::KeptDial(StaticWindow& window, FaceDrawing face, FrontDrawing front)
     : window_(window), draw_face_(std::move(face)), draw_front_(std::move(front)) {}
 
 void KeptDial::Paint() {
-  DrawingContext& window_context = *window_.BeginPaint();
+  const PaintContext<StaticWindow> paint(window_);
   client_ = window_.GetClientRect();
-  if (!face_.Exists() && face_.CreateOnce(window_context, client_)) {
+  if (!face_.Exists() && face_.CreateOnce(*paint, client_)) DrawFace();
+  if (face_.Exists()) ShowOn(*paint);
+}
+
+// Half a face must not be kept.
+void KeptDial::DrawFace() {
+  try {
     draw_face_(face_.Context(), client_);
+  } catch (...) {
+    face_.Discard();
+    throw;
   }
-  if (face_.Exists()) ShowOn(window_context);
-  window_.EndPaint();
 }
 
 void KeptDial::ShowAtOnce() {

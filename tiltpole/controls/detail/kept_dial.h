@@ -58,6 +58,7 @@ class KeptDial {
   Color meter_back = Rgb(102, 255, 255);
 
  private:
+  void DrawFace();
   void ShowOn(DrawingContext& window_context);
 
   StaticWindow& window_;

@@ -190,9 +190,8 @@ int MagneticPlot::ConfigRead() {
 }
 
 void MagneticPlot::Paint() {
-  DrawingContext& window_context = *window_.BeginPaint();
-  ShowLayersOn(window_context);
-  window_.EndPaint();
+  const PaintContext<ChildWindow> paint(window_);
+  ShowLayersOn(*paint);
 }
 
 void MagneticPlot::ShowLayersOn(DrawingContext& window_context) const {

@@ -58,9 +58,11 @@ void ApplyViewText(const PlotKind& kind, const std::wstring& text, PlotView& vie
 }
 
 int SaveView(const PlotKind& kind, const std::wstring& path, const PlotView& view) {
+  // Made first: without room for it the old file must stay.
+  const std::string line = NarrowText(ViewLine(kind, view));
   PlatformFile file;
   if (!file.Create(path)) return 0;
-  file.Write(NarrowText(ViewLine(kind, view)));
+  file.Write(line);
   return 1;
 }
 

@@ -102,9 +102,9 @@ Pen QtContext::SelectPen(const Pen& pen) { return std::exchange(pen_, pen); }
 
 Brush QtContext::SelectBrush(const Brush& brush) { return std::exchange(brush_, brush); }
 
-Font QtContext::SelectFont(const Font& font) {
+Font QtContext::SelectFont(Font font) {
   qt_font_ = FontOfCellHeight(font);
-  return std::exchange(font_, font);
+  return std::exchange(font_, std::move(font));
 }
 
 Color QtContext::SetTextColor(Color color) { return std::exchange(text_color_, color); }

@@ -39,7 +39,7 @@ class QtContext final : public DrawingContext {
 
   Pen SelectPen(const Pen& pen) override;
   Brush SelectBrush(const Brush& brush) override;
-  Font SelectFont(const Font& font) override;
+  Font SelectFont(Font font) override;
   Color SetTextColor(Color color) override;
   Color SetBackgroundColor(Color color) override;
   BackgroundMode SetBackgroundMode(BackgroundMode mode) override;

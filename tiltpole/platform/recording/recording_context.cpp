@@ -62,7 +62,7 @@ RecordingBitmap::~RecordingBitmap() {
   if (name == kOwnBitmap) return;
   --TheRecorder().living_bitmaps;
   if (selected) TheRecorder().WriteMisuse(name + " deleted while it is selected");
-  TheRecorder().Write("delete " + name);
+  if (TheRecorder().keeps_lines) TheRecorder().Write("delete " + name);
 }
 
 RecordingContext::RecordingContext(Kind kind)
@@ -77,7 +77,7 @@ RecordingContext::~RecordingContext() {
   if (!(brush_ == kFirstBrush)) TheRecorder().WriteMisuse(name_ + " deleted with a brush selected");
   if (!(font_ == Font{})) TheRecorder().WriteMisuse(name_ + " deleted with a font selected");
   bitmap_->selected = false;
-  if (name_ != "window") TheRecorder().Write("delete " + name_);
+  if (name_ != "window" && TheRecorder().keeps_lines) TheRecorder().Write("delete " + name_);
 }
 
 std::unique_ptr<DrawingContext> RecordingContext::CreateCompatibleContext() {
@@ -122,9 +122,9 @@ Brush RecordingContext::SelectBrush(const Brush& brush) {
   return std::exchange(brush_, brush);
 }
 
-Font RecordingContext::SelectFont(const Font& font) {
+Font RecordingContext::SelectFont(Font font) {
   Write([&] { return Show(font); });
-  return std::exchange(font_, font);
+  return std::exchange(font_, std::move(font));
 }
 
 Color RecordingContext::SetTextColor(Color color) {

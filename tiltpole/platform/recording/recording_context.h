@@ -34,7 +34,7 @@ class RecordingContext final : public DrawingContext {
   Bitmap* SelectBitmap(Bitmap* bitmap) override;
   Pen SelectPen(const Pen& pen) override;
   Brush SelectBrush(const Brush& brush) override;
-  Font SelectFont(const Font& font) override;
+  Font SelectFont(Font font) override;
   Color SetTextColor(Color color) override;
   Color SetBackgroundColor(Color color) override;
   BackgroundMode SetBackgroundMode(BackgroundMode mode) override;

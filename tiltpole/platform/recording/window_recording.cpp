@@ -2,13 +2,17 @@
 
 #include <algorithm>
 #include <sstream>
+#include <string_view>
 
 #include "tiltpole/platform/recording/recorder.h"
 
 namespace tiltpole {
 namespace {
 
-void Write(const std::string& line) { Recorder::Instance().Write("window: " + line); }
+// Where the lines are not kept, they are not even made: so giving back needs no memory.
+void Write(std::string_view line) {
+  if (Recorder::Instance().keeps_lines) Recorder::Instance().Write("window: " + std::string(line));
+}
 
 std::string Hexadecimal(std::uint32_t bits) {
   std::ostringstream stream;
@@ -65,8 +69,8 @@ DrawingContext* RecordingWindow::TakeContext() {
   Recorder& recorder = Recorder::Instance();
   if (taken_context_ != nullptr) recorder.WriteMisuse("a second context taken");
   Write("take context");
-  ++recorder.taken_contexts;
   taken_context_ = std::make_unique<RecordingContext>(RecordingContext::Kind::Window);
+  ++recorder.taken_contexts;
   return taken_context_.get();
 }
 

@@ -88,7 +88,7 @@ Brush Win32Context::SelectBrush(const Brush& brush) {
   return std::exchange(brush_, brush);
 }
 
-Font Win32Context::SelectFont(const Font& font) {
+Font Win32Context::SelectFont(Font font) {
   if (font.face.empty()) {
     SelectObject(device_, GetStockObject(SYSTEM_FONT));
   } else {
@@ -97,7 +97,7 @@ Font Win32Context::SelectFont(const Font& font) {
                                  static_cast<DWORD>(font.pitch_and_family), font.face.c_str())),
            font_object_);
   }
-  return std::exchange(font_, font);
+  return std::exchange(font_, std::move(font));
 }
 
 Color Win32Context::SetTextColor(Color color) {

@@ -60,7 +60,7 @@ class Win32Context : public DrawingContext {
   Bitmap* SelectBitmap(Bitmap* bitmap) override;
   Pen SelectPen(const Pen& pen) override;
   Brush SelectBrush(const Brush& brush) override;
-  Font SelectFont(const Font& font) override;
+  Font SelectFont(Font font) override;
   Color SetTextColor(Color color) override;
   Color SetBackgroundColor(Color color) override;
   BackgroundMode SetBackgroundMode(BackgroundMode mode) override;
