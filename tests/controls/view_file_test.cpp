@@ -18,6 +18,7 @@
 using tiltpole::CGraphMagnetic_XY;
 using tiltpole::CGraphMagnetic_XZ;
 using tiltpole::detail::ApplyViewText;
+using tiltpole::detail::FolderOf;
 using tiltpole::detail::kPlotXY;
 using tiltpole::detail::kPlotXZ;
 using tiltpole::detail::LoadView;
@@ -119,6 +120,26 @@ RC_GTEST_PROP(ViewText, AViewComesBackFromItsLine, ()) {
   RC_ASSERT(back.left_x == view.left_x);
   RC_ASSERT(back.bottom_v == view.bottom_v);
   RC_ASSERT(back.scale == view.scale);
+}
+
+TEST(ProgramFolder, IsTheNameOfTheProgramUpToItsLastSeparator) {
+  const std::wstring separator(1, std::filesystem::path::preferred_separator);
+  EXPECT_EQ(FolderOf(L"field" + separator + L"bin" + separator + L"host"),
+            L"field" + separator + L"bin");
+  EXPECT_EQ(FolderOf(separator + L"host"), L"");
+}
+
+TEST(ProgramFolder, IsTheWholeNameWhereThatHasNoSeparator) {
+  EXPECT_EQ(FolderOf(L"host"), L"host");
+  EXPECT_EQ(FolderOf(L""), L"");
+}
+
+TEST(ProgramFolder, OfALongNameComesFromTheFirst260Characters) {
+  const std::wstring separator(1, std::filesystem::path::preferred_separator);
+  const std::wstring first = separator + std::wstring(199, L'a');
+  EXPECT_EQ(FolderOf(first + separator + std::wstring(59, L'b') + separator + L"host"), first);
+  EXPECT_EQ(FolderOf(first + separator + std::wstring(58, L'b') + separator + L"host"),
+            first + separator + std::wstring(58, L'b'));
 }
 
 TEST_F(ViewFile, StandsBesideTheProgram) {

@@ -165,6 +165,7 @@ TEST(QtMessages, ComeUpInAModalBoxOnceAControlExists) {
   BoxReader reader;
   reader.ReadNextBox();
   tiltpole::detail::ShowMessageBox(L"The turn has holes", L"Warning", tiltpole::MessageIcon::Stop);
+  EXPECT_EQ(reader.title, "Warning");
   EXPECT_EQ(reader.text, "The turn has holes");
   EXPECT_EQ(reader.icon, QMessageBox::Critical);
 }

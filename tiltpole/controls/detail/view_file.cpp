@@ -33,10 +33,12 @@ std::optional<std::wstring_view> TakeField(std::wstring_view& rest) {
 
 }  // namespace
 
-std::wstring ProgramFolder() {
-  const std::wstring program = ProgramPath().substr(0, kLongestProgramPath);
-  return program.substr(0, program.rfind(kSeparator));
+std::wstring FolderOf(const std::wstring& program) {
+  const std::wstring counted = program.substr(0, kLongestProgramPath);
+  return counted.substr(0, counted.rfind(kSeparator));
 }
+
+std::wstring ProgramFolder() { return FolderOf(ProgramPath()); }
 
 std::wstring ViewFilePath(const PlotKind& kind, const std::wstring& folder) {
   return folder + kSeparator + kind.view_file;

@@ -9,8 +9,11 @@
 
 namespace tiltpole::detail {
 
-/// The folder of the running program: its full file name cut before the last separator, or whole
-/// without one. At most 260 characters of the name count.
+/// The folder of a program: its full file name, of which at most 260 characters count, cut before
+/// the last separator, or whole without one.
+std::wstring FolderOf(const std::wstring& program);
+
+/// The folder of the running program.
 std::wstring ProgramFolder();
 
 /// The view file of a plot in a folder, joined with the separator of the system.
