@@ -120,7 +120,7 @@ CInclineSensor_Position ReadUsableParameters(const std::string& path, std::ostre
   return content.position;
 }
 
-void WriteParameterFile(const std::string& path, CInclineSensor_Position& position) {
+void WriteParameterFile(const std::string& path, const CInclineSensor_Position& position) {
   session::PendingFile pending(path);
   if (position.ConfigSave(pending.Path().wstring()) == 0) {
     throw session::OutputError(path + ": cannot be opened for writing");

@@ -35,6 +35,6 @@ ParameterFileContent ReadParameterFile(const std::string& path);
 CInclineSensor_Position ReadUsableParameters(const std::string& path, std::ostream& warnings);
 
 /// Writes a parameter file that appears whole or not at all; OutputError if that fails.
-void WriteParameterFile(const std::string& path, CInclineSensor_Position& position);
+void WriteParameterFile(const std::string& path, const CInclineSensor_Position& position);
 
 }  // namespace tiltpole::cli

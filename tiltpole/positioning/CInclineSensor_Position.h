@@ -81,7 +81,8 @@ class TILTPOLE_EXPORT CInclineSensor_Position {
   /// The file is emptied first and written after, without waiting for the medium: a power cut or a
   /// full disk in between leaves an empty file or one that ends within a line, and the result does
   /// not tell. ConfigRead takes from such a file what is whole and keeps the members for the rest.
-  /// A value beyond 1e60 leaves its line cut, see CParameterFile::WriteString.
+  /// A value of more than 64 digits before its point can leave its line cut, see
+  /// CParameterFile::WriteString.
   ///
   /// @param[in] path  the full path; no folder or extension is added
   /// @return 1 when the file was opened (write errors are not reported); 0 when it could not be,
@@ -164,7 +165,8 @@ class TILTPOLE_EXPORT CInclineSensor_Position {
   /// The tip by plane trigonometry from the two tilts and `Yaw_A`.
   ///
   /// Exact where the tilts are the elevations of the two axes and the heading is true: within 1e-9
-  /// of the pole length in all four tilt quadrants, from 0.01 to 60 degrees of tilt.
+  /// of the pole length in all four tilt quadrants, from 0.01 to 60 degrees of tilt. An axis whose
+  /// tilt is below 1e-6 radians is taken as level, which moves the tip by up to 2e-6 of the length.
   ///
   /// @param[in] origin       the antenna
   /// @param[in] data         `InclineX`, `InclineY`, `Yaw_A` are read
