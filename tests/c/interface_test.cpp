@@ -16,6 +16,7 @@
 #include "tiltpole/calibration/CInclineSensor_MagneticAdjust.h"
 #include "tiltpole/positioning/CInclineSensor_Position.h"
 #include "tiltpole/quality/calibration_quality.h"
+#include "tiltpole/quality/parameter_check.h"
 #include "tiltpole/quality/point_quality.h"
 #include "tiltpole/screening/CInclineSensor_Filter_XY.h"
 #include "tiltpole/tiltpole_c.h"
@@ -267,6 +268,25 @@ TEST(CInterface, TheQualityReportIsTheLibrarysOwn) {
   EXPECT_EQ(figures.before[TILTPOLE_TURN_VERTICAL].radius_mean, plain.B.VerticalBefore.RadiusMean);
   EXPECT_EQ(figures.after[TILTPOLE_TURN_HORIZONTAL].dropped, plain.B.HorizontalDropped);
   EXPECT_EQ(figures.dip, plain.B.Dip);
+  tiltpole_calibration_quality_destroy(quality);
+}
+
+TEST(CInterface, ParametersOfAnotherPoleAreFoundOut) {
+  const Session session;
+  const auto& turn = session.vertical;
+  const tiltpole_correction wrong = ToC(tiltpole::Incline_MagneticCorrectParameter());
+  tiltpole_calibration_quality* quality = nullptr;
+  ASSERT_EQ(tiltpole_check_parameters(turn.data(), turn.size(), &wrong, &wrong, &quality),
+            TILTPOLE_OK);
+  const auto plain = tiltpole::CheckParameters(FromC(turn.data(), turn.size()), {}, {});
+  ASSERT_GT(plain.size(), 0U);
+  tiltpole_quality_summary summary = {};
+  tiltpole_quality_summary_of(quality, &summary);
+  EXPECT_EQ(summary.reasons, plain.size());
+  EXPECT_GT(summary.verdict, TILTPOLE_VERDICT_GOOD);
+  tiltpole_quality_reason reason = {};
+  ASSERT_EQ(tiltpole_quality_reason_at(quality, 0, &reason), TILTPOLE_OK);
+  EXPECT_EQ(reason.sentence, Utf8(plain[0].Sentence));
   tiltpole_calibration_quality_destroy(quality);
 }
 

@@ -216,6 +216,10 @@ TEST_F(NullPointers, CalibrationQualityRefusesThem) {
   EXPECT_NULL_POINTER(tiltpole_judge_failed_calibration(s, 1, s, 1, nullptr, 1, &made));
   EXPECT_NULL_POINTER(tiltpole_judge_failed_calibration(s, 1, s, 1, &no_text, 1, &made));
   EXPECT_NULL_POINTER(tiltpole_judge_failed_calibration(s, 1, s, 1, nullptr, 0, nullptr));
+  EXPECT_NULL_POINTER(tiltpole_check_parameters(nullptr, 1, c, c, &made));
+  EXPECT_NULL_POINTER(tiltpole_check_parameters(s, 1, nullptr, c, &made));
+  EXPECT_NULL_POINTER(tiltpole_check_parameters(s, 1, c, nullptr, &made));
+  EXPECT_NULL_POINTER(tiltpole_check_parameters(s, 1, c, c, nullptr));
   EXPECT_EQ(made, nullptr);
   EXPECT_NULL_POINTER(tiltpole_quality_summary_of(nullptr, &summary));
   EXPECT_NULL_POINTER(tiltpole_quality_summary_of(quality, nullptr));

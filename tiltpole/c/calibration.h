@@ -10,6 +10,8 @@
 extern "C" {
 #endif
 
+// NOLINTBEGIN(modernize-use-using): C has typedefs only
+
 /// The samples of two turns and the parameters fitted to them.
 typedef struct tiltpole_calibration tiltpole_calibration;
 
@@ -35,6 +37,8 @@ TILTPOLE_C_API int tiltpole_calibration_result(const tiltpole_calibration* calib
                                                tiltpole_correction* correction_a,
                                                tiltpole_correction* correction_b,
                                                tiltpole_translation* translation);
+
+// NOLINTEND(modernize-use-using)
 
 #ifdef __cplusplus
 }

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tiltpole/c/detail/guard.h"
@@ -12,6 +13,7 @@
 #include "tiltpole/c/detail/tip.h"
 #include "tiltpole/c/quality.h"
 #include "tiltpole/platform/text.h"
+#include "tiltpole/quality/parameter_check.h"
 
 using namespace tiltpole::detail;
 using tiltpole::ConcernedMagnetometer;
@@ -124,6 +126,27 @@ int tiltpole_judge_failed_calibration(const tiltpole_sample* horizontal, size_t 
     }
     *quality = new tiltpole_calibration_quality(tiltpole::JudgeFailedCalibration(
         FromC(horizontal, horizontal_count), FromC(vertical, vertical_count), texts));
+    return static_cast<int>(TILTPOLE_OK);
+  });
+}
+
+int tiltpole_check_parameters(const tiltpole_sample* samples, size_t count,
+                              const tiltpole_correction* correction_a,
+                              const tiltpole_correction* correction_b,
+                              tiltpole_calibration_quality** quality) {
+  return Guarded([&] {
+    if (AnyNull(correction_a, correction_b) || AnyNull(quality) || NullArray(samples, count)) {
+      return NullPointer();
+    }
+    tiltpole::CalibrationQuality report;
+    report.Calibrated = true;
+    report.Result = Verdict::Good;
+    report.Reasons = tiltpole::CheckParameters(FromC(samples, count), FromC(*correction_a),
+                                               FromC(*correction_b));
+    for (const auto& reason : report.Reasons) {
+      report.Result = std::max(report.Result, reason.Weight);
+    }
+    *quality = new tiltpole_calibration_quality(std::move(report));
     return static_cast<int>(TILTPOLE_OK);
   });
 }

@@ -13,6 +13,8 @@
 extern "C" {
 #endif
 
+// NOLINTBEGIN(modernize-use-using): C has typedefs only
+
 typedef struct tiltpole_parameter_file tiltpole_parameter_file;
 
 TILTPOLE_C_API int tiltpole_parameter_file_create(tiltpole_parameter_file** file);
@@ -52,6 +54,8 @@ TILTPOLE_C_API int tiltpole_parameter_file_write_int(tiltpole_parameter_file* fi
 /// @copydoc tiltpole_parameter_file_write_double
 TILTPOLE_C_API int tiltpole_parameter_file_write_string(tiltpole_parameter_file* file,
                                                         const char* key, const char* value);
+
+// NOLINTEND(modernize-use-using)
 
 #ifdef __cplusplus
 }

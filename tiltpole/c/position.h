@@ -11,6 +11,8 @@
 extern "C" {
 #endif
 
+// NOLINTBEGIN(modernize-use-using): C has typedefs only
+
 /// The parameters of one pole, and what it remembers of the last sample.
 typedef struct tiltpole_position tiltpole_position;
 
@@ -79,6 +81,8 @@ TILTPOLE_C_API int tiltpole_position_solve_with_heading(tiltpole_position* posit
 /// cannot belong to perpendicular axes.
 TILTPOLE_C_API int tiltpole_angle_to_horizontal(double incline_x, double incline_y,
                                                 double* degrees);
+
+// NOLINTEND(modernize-use-using)
 
 #ifdef __cplusplus
 }

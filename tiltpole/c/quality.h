@@ -11,6 +11,8 @@
 extern "C" {
 #endif
 
+// NOLINTBEGIN(modernize-use-using): C has typedefs only
+
 /// @name The rigorous tip
 /// @{
 
@@ -210,6 +212,15 @@ TILTPOLE_C_API int tiltpole_judge_failed_calibration(
     size_t vertical_count, const char* const* messages, size_t message_count,
     tiltpole_calibration_quality** quality);
 
+/// Holds parameters against ordinary raw samples of one place, as after loading a parameter file.
+/// @param[out] quality  a report that holds reasons alone: none when the parameters fit. Its
+/// verdict
+///                      is the worst of their weights.
+TILTPOLE_C_API int tiltpole_check_parameters(const tiltpole_sample* samples, size_t count,
+                                             const tiltpole_correction* correction_a,
+                                             const tiltpole_correction* correction_b,
+                                             tiltpole_calibration_quality** quality);
+
 TILTPOLE_C_API void tiltpole_calibration_quality_destroy(tiltpole_calibration_quality* quality);
 
 TILTPOLE_C_API int tiltpole_quality_summary_of(const tiltpole_calibration_quality* quality,
@@ -231,6 +242,8 @@ TILTPOLE_C_API int tiltpole_quality_missing_at(const tiltpole_calibration_qualit
 TILTPOLE_C_API int tiltpole_quality_tip_options(const tiltpole_calibration_quality* quality,
                                                 tiltpole_tip_options* options);
 /// @}
+
+// NOLINTEND(modernize-use-using)
 
 #ifdef __cplusplus
 }

@@ -60,9 +60,8 @@ Incline_MagneticCorrectParameter FromC(const tiltpole_correction& correction) {
   return record;
 }
 
-tiltpole_correction ToC(const Incline_MagneticCorrectParameter& correction) {
-  return {correction.a, correction.b,  correction.c,  correction.d,
-          correction.e, correction.x0, correction.y0, correction.z0};
+tiltpole_correction ToC(const Incline_MagneticCorrectParameter& record) {
+  return {record.a, record.b, record.c, record.d, record.e, record.x0, record.y0, record.z0};
 }
 
 }  // namespace tiltpole::detail

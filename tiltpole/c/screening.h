@@ -11,6 +11,8 @@
 extern "C" {
 #endif
 
+// NOLINTBEGIN(modernize-use-using): C has typedefs only
+
 /// The records of one turn, in the order of their arrival, and a selection of them.
 typedef struct tiltpole_screening tiltpole_screening;
 
@@ -65,6 +67,8 @@ TILTPOLE_C_API int tiltpole_screening_selected_indices(const tiltpole_screening*
 TILTPOLE_C_API int tiltpole_screening_records(const tiltpole_screening* screening,
                                               tiltpole_sample* samples, size_t capacity,
                                               size_t* count);
+
+// NOLINTEND(modernize-use-using)
 
 #ifdef __cplusplus
 }

@@ -10,6 +10,8 @@
 extern "C" {
 #endif
 
+// NOLINTBEGIN(modernize-use-using): C has typedefs only
+
 typedef struct tiltpole_transformation tiltpole_transformation;
 
 /// A point of the plane.
@@ -58,6 +60,8 @@ TILTPOLE_C_API int tiltpole_transformation_forward(const tiltpole_transformation
 /// Transforms points in place, from target to source; the centre is ignored.
 TILTPOLE_C_API int tiltpole_transformation_inverse(const tiltpole_transformation* transformation,
                                                    tiltpole_xy* points, size_t count);
+
+// NOLINTEND(modernize-use-using)
 
 #ifdef __cplusplus
 }

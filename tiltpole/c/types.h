@@ -23,6 +23,8 @@
 extern "C" {
 #endif
 
+// NOLINTBEGIN(modernize-use-using): C has typedefs only
+
 /// What a function returns. The numbers never change.
 typedef enum tiltpole_result {
   TILTPOLE_OK = 0,
@@ -116,6 +118,8 @@ TILTPOLE_C_API int tiltpole_correction_default(tiltpole_correction* correction);
 TILTPOLE_C_API int tiltpole_correct_samples(tiltpole_sample* samples, size_t count,
                                             const tiltpole_correction* correction_a,
                                             const tiltpole_correction* correction_b);
+
+// NOLINTEND(modernize-use-using)
 
 #ifdef __cplusplus
 }

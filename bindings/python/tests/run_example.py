@@ -1,12 +1,11 @@
 #!/usr/bin/env python3
-"""Runs the example on its own turn and on a session file, looks at the pictures, and runs the code
-of the README.
+"""Runs the examples: the plot on its own turn and on a session file, with a look at the pictures.
 
-usage: run_example.py EXAMPLE README
+usage: run_example.py PLOT_TURN MEASURE_SESSION
 """
 
 import csv
-import os
+import math
 import pathlib
 import re
 import subprocess
@@ -19,7 +18,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).parent))
 
 import simulated_pole  # noqa: E402
 
-EXAMPLE, README = sys.argv[1:]
+PLOT_TURN, MEASURE_SESSION = sys.argv[1:]
 
 
 def write_session(path):
@@ -37,17 +36,20 @@ def write_session(path):
                                *sample["magnetic_b"]])
 
 
-def run_readme(folder):
-    codes = re.findall(r"```python\n(.*?)```", pathlib.Path(README).read_text(), re.DOTALL)
-    assert codes, "the README has no code"
-    os.chdir(folder)
-    for code in codes:
-        exec(compile(code, README, "exec"), {})
+def measure(folder):
+    said = subprocess.run([sys.executable, MEASURE_SESSION], check=True, cwd=folder,
+                          stdout=subprocess.PIPE, text=True).stdout
+    verdict, error, *offsets = re.findall(r"[A-Z]+|-?\d+\.\d+", said)
+    assert verdict == "GOOD" and float(error) < 1.0, said
+    heights = [float(height) for height in offsets[2::3]]
+    leans = [math.degrees(math.acos(-height / 2.0)) for height in heights]
+    assert all(abs(lean - made) < 0.1 for lean, made in zip(leans, (5.0, 8.0, 12.0))), said
+    assert len(leans) == 3, said
 
 
 def picture_of(folder, session):
     picture = folder / "turn.png"
-    said = subprocess.run([sys.executable, EXAMPLE, str(session), str(picture)], check=True,
+    said = subprocess.run([sys.executable, PLOT_TURN, str(session), str(picture)], check=True,
                           stdout=subprocess.PIPE, text=True).stdout
     assert "heading errors of" in said, said
     pixels = matplotlib.image.imread(picture)
@@ -58,11 +60,10 @@ def picture_of(folder, session):
 with tempfile.TemporaryDirectory() as name:
     folder = pathlib.Path(name)
     write_session(folder / "survey.csv")
-    run_readme(folder)
+    measure(folder)
     for session in ("", folder / "survey.csv"):
         pixels = picture_of(folder, session)
         assert pixels.shape[:2] == (600, 1200), pixels.shape
         # The second colour of the plot, magnetometer B's, is there on both sides.
         orange = (abs(pixels[:, :, :3] - [1.0, 0.498, 0.055]).max(axis=2) < 0.05)
         assert orange[:, :600].sum() > 300 and orange[:, 600:].sum() > 300
-    os.chdir("/")

@@ -135,6 +135,15 @@ class Calibration(unittest.TestCase):
         self.assertFalse(failure.quality.calibrated)
         self.assertGreater(len(failure.quality.reasons[0].sentence), 10)
 
+    def test_parameters_of_another_pole_are_found_out(self):
+        horizontal, vertical = simulated_pole.turns()
+        fitted = tiltpole.calibrate(horizontal, vertical)
+        points, _ = simulated_pole.leaning(np.arange(0, 360, 20.0), np.full(18, 15.0))
+        own = fitted.correction_a, fitted.correction_b
+        self.assertEqual(tiltpole.check_parameters(points, *own), ())
+        other = tiltpole.Correction(x0=900.0), tiltpole.Correction(y0=-700.0)
+        self.assertGreater(len(tiltpole.check_parameters(points, *other)), 0)
+
     def test_gaps_in_a_turn_are_told(self):
         horizontal, vertical = simulated_pole.turns()
         plain = tiltpole.Correction(), tiltpole.Correction(), tiltpole.Translation()

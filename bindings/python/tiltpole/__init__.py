@@ -10,8 +10,8 @@ from .parameter_file import ParameterFile, write_parameter_file
 from .parameters import Correction, Translation
 from .position import Magnetometer, Measured, Position, Solution, angle_to_horizontal
 from .quality import (POINT_QUALITY, RIGOROUS_TIP, CalibrationQuality, MagnetometerQuality,
-                      PointDeviations, Reason, TipOptions, TurnFigures, Verdict, judge_calibration,
-                      judge_failed_calibration, judge_points, solve_rigorous_tips)
+                      PointDeviations, Reason, TipOptions, TurnFigures, Verdict, check_parameters,
+                      judge_calibration, judge_failed_calibration, judge_points, solve_rigorous_tips)
 from .samples import SAMPLE, correct_samples, make_samples, read_session
 from .screening import Center, Screening, Turn
 from .transformation import FourParameters, Transformation
@@ -22,7 +22,7 @@ __all__ = [
     "POINT_QUALITY", "ParameterFile", "ParameterFileError", "PointDeviations", "Position",
     "RIGOROUS_TIP", "Reason", "SAMPLE", "Screening", "Solution", "TiltpoleError", "TipOptions",
     "Transformation", "Translation", "Turn", "TurnFigures", "Verdict", "__version__",
-    "angle_to_horizontal", "calibrate", "correct_samples", "judge_calibration",
+    "angle_to_horizontal", "calibrate", "check_parameters", "correct_samples", "judge_calibration",
     "judge_failed_calibration", "judge_points", "library_version", "make_samples", "read_session",
     "solve_rigorous_tips", "write_parameter_file",
 ]

@@ -142,6 +142,8 @@ _FUNCTIONS: dict[str, list[Any]] = {
                           POINTER(CorrectionStruct), POINTER(TranslationStruct), POINTER(_HANDLE)],
     "judge_failed_calibration": [_ARRAY, c_size_t, _ARRAY, c_size_t, POINTER(c_char_p), c_size_t,
                                  POINTER(_HANDLE)],
+    "check_parameters": [_ARRAY, c_size_t, POINTER(CorrectionStruct), POINTER(CorrectionStruct),
+                         POINTER(_HANDLE)],
     "quality_summary_of": [_HANDLE, POINTER(SummaryStruct)],
     "quality_magnetometer": [_HANDLE, c_int, POINTER(MagnetometerQualityStruct)],
     "quality_heading_errors": [_HANDLE, c_int, _ARRAY, c_size_t, POINTER(c_size_t)],

@@ -193,17 +193,31 @@ def judge_failed_calibration(horizontal: Samples, vertical: Samples,
         made)))
 
 
+def check_parameters(samples: Samples, correction_a: Correction,
+                     correction_b: Correction) -> tuple[Reason, ...]:
+    """Holds parameters against ordinary raw samples of one place: no reason when they fit."""
+    taken = as_samples(samples)
+    handle = Handle("calibration_quality", lambda made: call(
+        "check_parameters", address(taken), taken.size, correction_a._struct(),
+        correction_b._struct(), made))
+    return _reasons(handle, get("quality_summary_of", SummaryStruct, handle))
+
+
 def _report(handle: Handle) -> CalibrationQuality:
     summary = get("quality_summary_of", SummaryStruct, handle)
     plain = {name: getattr(summary, name) for name, kind in summary._fields_
              if kind is ctypes.c_double}
     return CalibrationQuality(
         verdict=Verdict(summary.verdict), calibrated=bool(summary.calibrated),
-        reasons=tuple(_reason(handle, i) for i in range(summary.reasons)),
+        reasons=_reasons(handle, summary),
         a=_magnetometer(handle, 0, summary), b=_magnetometer(handle, 1, summary),
         covered_percent=tuple(summary.covered_percent), samples=tuple(summary.samples),
         missing=tuple(_missing(handle, turn, summary) for turn in (0, 1)),
         tip_options=_tip_options(handle), **plain)
+
+
+def _reasons(handle: Handle, summary: SummaryStruct) -> tuple[Reason, ...]:
+    return tuple(_reason(handle, i) for i in range(summary.reasons))
 
 
 def _reason(handle: Handle, index: int) -> Reason:

@@ -53,7 +53,7 @@ inline int BadTurn() noexcept {
 
 /// Makes what a handle stands for.
 template <class Handle, class... Arguments>
-int Create(Handle** handle, Arguments... arguments) noexcept {
+int Create(Handle** handle, Arguments... arguments) {
   return Guarded([&] {
     if (AnyNull(handle)) return NullPointer();
     *handle = new Handle{arguments...};

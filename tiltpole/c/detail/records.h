@@ -14,10 +14,10 @@
 namespace tiltpole::detail {
 
 PoseSensorData FromC(const tiltpole_sample& sample);
-tiltpole_sample ToC(const PoseSensorData& sample);
+tiltpole_sample ToC(const PoseSensorData& record);
 
 Incline_MagneticCorrectParameter FromC(const tiltpole_correction& correction);
-tiltpole_correction ToC(const Incline_MagneticCorrectParameter& correction);
+tiltpole_correction ToC(const Incline_MagneticCorrectParameter& record);
 
 inline Incline_MagneticTranslationParameter FromC(const tiltpole_translation& translation) {
   return {translation.dx, translation.dy, translation.dz};
