@@ -86,6 +86,23 @@ TEST(CommandLine, AParameterFileIsNoStandardStream) {
   EXPECT_EQ(RunProgram({"simulate", "--points", "1", "--true-params", "-"}).out, "");
 }
 
+TEST(CommandLine, TwoOutputsInOneFileAreWrongUsage) {
+  const TemporaryFolder folder;
+  const std::string both = folder.File("both.csv");
+  const auto simulate =
+      RunProgram({"simulate", "--points", "1", "-o", both, "--true-params", both});
+  EXPECT_EQ(simulate.status, 2);
+  EXPECT_NE(simulate.err.find("is named for two outputs"), std::string::npos) << simulate.err;
+  EXPECT_FALSE(folder.Has("both.csv"));
+
+  const std::string pairs = "source_x,source_y,target_x,target_y\n0,0,0,0\n1,0,2,0\n";
+  const std::string points = folder.Write("points.csv", "x,y\n1,1\n");
+  const auto transform =
+      RunProgram({"transform", "-", "--points", points, "--residuals", "-"}, pairs);
+  EXPECT_EQ(transform.status, 2);
+  EXPECT_EQ(transform.out, "");
+}
+
 TEST(Simulate, TheSameSeedGivesTheSameSession) {
   const auto run = RunProgram({"simulate", "--seed", "5", "--points", "20"});
   EXPECT_EQ(run.status, 0);

@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "apps/session/input_error.h"
 #include "apps/session/number_text.h"
 
 namespace tiltpole::cli {
@@ -31,6 +32,11 @@ inline CLI::Validator ParameterFileName() {
     return text == "-" ? "a parameter file has a name and cannot be a standard stream" : "";
   };
   return {check, "a name, not '-'"};
+}
+
+/// Of two outputs in one file the second would take the place of the first.
+inline void RefuseOneFileForTwoOutputs(const std::string& a, const std::string& b) {
+  if (a == b) throw session::OutputError(a + ": is named for two outputs");
 }
 
 }  // namespace tiltpole::cli

@@ -66,6 +66,7 @@ void WriteTrueParameters(const std::string& path, const session::PoleSettings& s
 }
 
 int Simulate(const SimulateOptions& options, Console& console) {
+  RefuseOneFileForTwoOutputs(options.output, options.true_params);
   const session::PoleSettings settings = SettingsOf(options);
   session::SimulatedPole pole(settings, options.seed);
   session::SimulatedSession simulated(options.plan, pole, options.seed);

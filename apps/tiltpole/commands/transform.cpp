@@ -13,6 +13,7 @@
 #include "apps/session/number_text.h"
 #include "apps/session/output_file.h"
 #include "apps/tiltpole/commands/commands.h"
+#include "apps/tiltpole/commands/option_checks.h"
 #include "apps/tiltpole/summary.h"
 #include "apps/tiltpole/text_table.h"
 #include "tiltpole/estimation/CMagneticConvert.h"
@@ -156,6 +157,7 @@ void PrintSummary(const CMagneticConvert& convert, const std::vector<Residual>& 
 }
 
 int Transform(const TransformOptions& options, Console& console) {
+  RefuseOneFileForTwoOutputs(options.output, options.residuals);
   const std::vector<PointPair> pairs = ReadPairs(options.pairs, console);
   const CMagneticConvert convert = Estimate(pairs, options.pairs);
   const std::vector<Residual> residuals = ResidualsOf(pairs, convert);
