@@ -32,7 +32,7 @@ class PositionSolver : public ::testing::Test {
   }
 
   // A sample of a pole whose y axis is level, with the headings given: Hx and Hy of each
-  // magnetometer are what a field of 1000 counts without dip gives, so the readings agree.
+  // magnetometer are what a field of 100 counts without dip gives, so the readings agree.
   PoseSensorData LeaningForward(double yaw_A, double yaw_B) {
     PoseSensorData data = Tilted(-10.0, 0.0);
     // The corrected reading (X, Y, Z) with Hx = cos(yaw), Hy = -sin(yaw) and no vertical part, and
