@@ -382,4 +382,24 @@ TEST(FourParameterProperty, TheEstimateHasTheBitsOfThePlainWriting) {
   }));
 }
 
+TEST(FourParameterProperty, BothMapsHaveTheBitsOfThePlainWriting) {
+  EXPECT_TRUE(rc::check([] {
+    const double dx = Coordinate(), dy = Coordinate(), cx = Coordinate(), cy = Coordinate();
+    const double theta = *rc::gen::inRange(-3141, 3142) / 1000.0;
+    const double k = *rc::gen::inRange(-3000, 3000) / 1024.0;
+    CMagneticConvert convert;
+    convert.SetFourParameter(dx, dy, theta, k, cx, cy);
+    const Point p{Coordinate() / 3.0, Coordinate() / 3.0};
+    const double c = std::cos(theta);
+    const double s = std::sin(theta);
+    const Point there = Forward(convert, p);
+    RC_ASSERT(there.x == k * (c * p.x - s * p.y + ((1 - c) * cx + s * cy + (1 - k) * cx)) + dx);
+    RC_ASSERT(there.y == k * (s * p.x + c * p.y + ((1 - c) * cy - s * cx + (1 - k) * cy)) + dy);
+    RC_PRE(k != 0.0);
+    const Point back = Back(convert, p);
+    RC_ASSERT(back.x == -(dx * c + dy * s) / k + (p.x * c + p.y * s) / k);
+    RC_ASSERT(back.y == (dx * s - dy * c) / k + (-p.x * s + p.y * c) / k);
+  }));
+}
+
 }  // namespace
