@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "positioning/allocations.h"
+#include "faults/allocations.h"
 #include "quality/simulated_session.h"
 #include "support/temporary_folder.h"
 #include "tiltpole/c/detail/guard.h"
@@ -428,57 +428,76 @@ TEST(CInterface, ALongReasonIsCut) {
   EXPECT_EQ(std::strlen(tiltpole_last_error()), 159U);
 }
 
-// Lets one allocation after the other fail until the work does without failing.
-template <class Work>
-int FailuresUntilDone(const Work& work) {
+// Lets one allocation of the work after the other fail, until it has no further one. Where it came
+// to its result all the same, that is undone.
+// @return how often there was no memory
+template <class Work, class Undo>
+int FailuresUntilDone(const Work& work, const Undo& undo) {
   int failures = 0;
-  for (;; ++failures) {
-    tiltpole_test::FailAllocationAfter(failures);
+  for (long after = 0;; ++after) {
+    tiltpole_test::FailAllocationAfter(after);
     const int result = work();
-    tiltpole_test::FailAllocationAfter(-1);
-    if (result == TILTPOLE_OK) return failures;
-    EXPECT_EQ(result, TILTPOLE_OUT_OF_MEMORY) << "allocation " << failures;
-    if (result != TILTPOLE_OUT_OF_MEMORY) return failures;
+    if (!tiltpole_test::StopFailing()) {
+      EXPECT_EQ(result, TILTPOLE_OK);
+      return failures;
+    }
+    if (result == TILTPOLE_OK) {
+      undo();
+    } else {
+      EXPECT_EQ(result, TILTPOLE_OUT_OF_MEMORY) << "allocation " << after;
+      ++failures;
+    }
   }
 }
 
 TEST(CInterface, EveryHandleThatHasNoMemorySaysSo) {
+  const long before = tiltpole_test::LivingAllocations();
   tiltpole_position* position = nullptr;
-  EXPECT_EQ(FailuresUntilDone([&] { return tiltpole_position_create(&position); }), 1);
+  EXPECT_EQ(FailuresUntilDone([&] { return tiltpole_position_create(&position); }, [] {}), 1);
+  EXPECT_STREQ(tiltpole_last_error(), "there is no memory for this");
   tiltpole_position_destroy(position);
   tiltpole_screening* screening = nullptr;
-  EXPECT_GT(FailuresUntilDone([&] { return tiltpole_screening_create(1, &screening); }), 0);
+  EXPECT_GT(FailuresUntilDone([&] { return tiltpole_screening_create(1, &screening); }, [] {}), 0);
   tiltpole_screening_destroy(screening);
+  EXPECT_EQ(tiltpole_test::LivingAllocations(), before);
 }
 
 TEST(CInterface, ARecordThatCouldNotBeAddedIsNeitherLostNorDeletedTwice) {
   const Session session;
+  const long before = tiltpole_test::LivingAllocations();
   tiltpole_screening* screening = nullptr;
   ASSERT_EQ(tiltpole_screening_create(TILTPOLE_TURN_HORIZONTAL, &screening), TILTPOLE_OK);
+  const auto no_undo = [] { ADD_FAILURE() << "an allocation failed without notice"; };
   for (std::size_t i = 0; i < 40; ++i) {
-    EXPECT_GT(FailuresUntilDone(
-                  [&] { return tiltpole_screening_add(screening, &session.horizontal[i], 1); }),
-              0);
+    EXPECT_GT(
+        FailuresUntilDone(
+            [&] { return tiltpole_screening_add(screening, &session.horizontal[i], 1); }, no_undo),
+        0);
     std::size_t count = 0;
     tiltpole_screening_records(screening, nullptr, 0, &count);
     ASSERT_EQ(count, i + 1);
   }
-  EXPECT_GT(FailuresUntilDone([&] { return tiltpole_screening_filter(screening); }), 0);
-  EXPECT_GT(FailuresUntilDone([&] { return tiltpole_screening_select(screening, 10); }), 0);
+  EXPECT_GT(FailuresUntilDone([&] { return tiltpole_screening_filter(screening); }, [] {}), 0);
+  EXPECT_GT(FailuresUntilDone([&] { return tiltpole_screening_select(screening, 10); }, [] {}), 0);
   tiltpole_screening_destroy(screening);
+  EXPECT_EQ(tiltpole_test::LivingAllocations(), before);
 }
 
 TEST(CInterface, AReportThatHasNoMemorySaysSo) {
   const Session session;
+  const long before = tiltpole_test::LivingAllocations();
   tiltpole_calibration_quality* quality = nullptr;
   const char* messages[] = {"Ellipse fitting Failure!"};
-  EXPECT_GT(FailuresUntilDone([&] {
-              return tiltpole_judge_failed_calibration(session.horizontal.data(), 20,
-                                                       session.vertical.data(), 20, messages, 1,
-                                                       &quality);
-            }),
+  EXPECT_GT(FailuresUntilDone(
+                [&] {
+                  return tiltpole_judge_failed_calibration(session.horizontal.data(), 20,
+                                                           session.vertical.data(), 20, messages, 1,
+                                                           &quality);
+                },
+                [&] { tiltpole_calibration_quality_destroy(quality); }),
             10);
   tiltpole_calibration_quality_destroy(quality);
+  EXPECT_EQ(tiltpole_test::LivingAllocations(), before);
 }
 
 }  // namespace
