@@ -17,7 +17,6 @@ namespace {
 
 using tiltpole::CInclineSensor_MagneticAdjust;
 using tiltpole::CSZMatrix;
-using tiltpole::Incline_MagneticCorrectParameter;
 using tiltpole::detail::ConicSummation;
 using tiltpole::detail::ConicSummationsOfThisProcessor;
 using tiltpole::detail::CorrectionFit;
