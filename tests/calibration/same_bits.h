@@ -1,19 +1,12 @@
 #pragma once
 
-// Equality to the last bit. Zeros of different sign differ. Any NaN equals any other: which one
-// an operation gives is the processor's choice and changes with the order of commuting factors.
+// Equality of parameters to the last bit.
 
-#include <cmath>
-
+#include "support/same_bits.h"
 #include "tiltpole/records/Incline_MagneticCorrectParameter.h"
 #include "tiltpole/records/Incline_MagneticTranslationParameter.h"
 
 namespace tiltpole_test {
-
-inline bool SameBits(double a, double b) {
-  if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);
-  return a == b && std::signbit(a) == std::signbit(b);
-}
 
 inline bool SameBits(const tiltpole::Incline_MagneticCorrectParameter& p,
                      const tiltpole::Incline_MagneticCorrectParameter& q) {

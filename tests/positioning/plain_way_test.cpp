@@ -4,13 +4,13 @@
 #include "positioning/plain_way.h"
 
 #include <cmath>
-#include <cstring>
 #include <limits>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include "positioning/exposed_position.h"
+#include "support/same_bits.h"
 
 namespace {
 
@@ -19,11 +19,7 @@ using tiltpole::PoseSensorData;
 using tiltpole::xyhCoordinate;
 using tiltpole_test::ExposedPosition;
 using tiltpole_test::PlainPosition;
-
-// The sign and the payload of a not-a-number are the processor's business.
-bool SameBits(double a, double b) {
-  return (std::isnan(a) && std::isnan(b)) || std::memcmp(&a, &b, sizeof a) == 0;
-}
+using tiltpole_test::SameBits;
 
 bool SameBits(const xyhCoordinate& a, const xyhCoordinate& b) {
   return SameBits(a.x, b.x) && SameBits(a.y, b.y) && SameBits(a.h, b.h);

@@ -6,12 +6,12 @@
 
 #include <cmath>
 #include <cstdint>
-#include <cstring>
 #include <initializer_list>
 #include <ostream>
 #include <utility>
 #include <vector>
 
+#include "support/same_bits.h"
 #include "tiltpole/matrix/CSZMatrix.h"
 
 namespace tiltpole_test {
@@ -339,13 +339,6 @@ inline tiltpole::CSZMatrix MatrixOf(std::initializer_list<std::initializer_list<
     ++i;
   }
   return matrix;
-}
-
-// The same bits; which of the many values that are not a number is left open, since processors
-// differ in it.
-inline bool SameBits(double a, double b) {
-  if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);
-  return std::memcmp(&a, &b, sizeof a) == 0;
 }
 
 inline bool SameElements(const tiltpole::CSZMatrix& matrix, const LiteralMatrix& literal) {
