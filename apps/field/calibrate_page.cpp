@@ -101,14 +101,15 @@ void CalibratePage::Refresh() {
   const bool idle = !model_.Run().IsRunning();
   adjust_->setEnabled(idle && model_.HasTurns());
   check_->setEnabled(idle && model_.HasTurns());
-  clear_->setEnabled(idle);
+  clear_->setEnabled(idle && model_.HasTurns());
   load_->setEnabled(idle);
   save_->setEnabled(idle && model_.Calibration().calibrated);
 }
 
 void CalibratePage::resizeEvent(QResizeEvent* event) {
-  halves_->setDirection(event->size().width() < kWideWindow ? QBoxLayout::TopToBottom
-                                                            : QBoxLayout::LeftToRight);
+  const bool wide = event->size().width() >= kWideWindow;
+  halves_->setDirection(wide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+  halves_->setStretch(1, wide ? 3 : 1);
 }
 
 }  // namespace tiltpole::field

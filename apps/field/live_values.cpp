@@ -36,7 +36,7 @@ LiveValues::LiveValues(const FieldModel& model, QWidget* parent)
   limit_->setObjectName("limit");
   limit_->setWordWrap(true);
   limit_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-  limit_->setMinimumHeight(38);
+  limit_->setFixedHeight(38);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(4);

@@ -81,10 +81,11 @@ void MainWindow::OpenPoints(const QString& path) {
     model_.OpenPoints(path.toStdString());
     const int unreadable = model_.Points()->UnreadableRows();
     if (unreadable > 0) {
-      notices_->Say(tr("%n rows of the points file cannot be read, for instance one that was cut "
-                       "off. They are left as they are; all other points are here.",
-                       "", unreadable),
-                    Tone::Caution);
+      notices_->Say(
+          tr("Some rows of the points file cannot be read (%1), for instance one that was cut "
+             "off. They are left as they are; all other points are here.")
+              .arg(unreadable),
+          Tone::Caution);
     }
   } catch (const session::InputError& error) {
     failed(error.what());

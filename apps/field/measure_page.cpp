@@ -5,6 +5,12 @@
 #include "apps/field/theme.h"
 
 namespace tiltpole::field {
+namespace {
+
+constexpr int kDialsHeight = 200;
+constexpr int kValuesHeight = 178;
+
+}  // namespace
 
 MeasurePage::MeasurePage(FieldModel& model, NoticeBar& notices, QWidget* parent)
     : QWidget(parent),
@@ -13,6 +19,9 @@ MeasurePage::MeasurePage(FieldModel& model, NoticeBar& notices, QWidget* parent)
       values_(new LiveValues(model, this)),
       point_bar_(new PointBar(model, notices, this)),
       table_(new PointsTable(model, this)) {
+  // Stated, since texts that wrap make a layout take less than its parts need.
+  dials_->setMinimumHeight(kDialsHeight);
+  values_->setMinimumHeight(kValuesHeight);
   auto* now = new QVBoxLayout;
   now->setSpacing(4);
   now->addWidget(dials_, 1);
@@ -24,7 +33,7 @@ MeasurePage::MeasurePage(FieldModel& model, NoticeBar& notices, QWidget* parent)
   halves_ = new QBoxLayout(QBoxLayout::TopToBottom, this);
   halves_->setContentsMargins(0, 0, 0, 0);
   halves_->setSpacing(4);
-  halves_->addLayout(now, 1);
+  halves_->addLayout(now);
   halves_->addLayout(stored, 1);
 }
 
@@ -40,8 +49,10 @@ void MeasurePage::Refresh() {
 }
 
 void MeasurePage::resizeEvent(QResizeEvent* event) {
-  halves_->setDirection(event->size().width() < kWideWindow ? QBoxLayout::TopToBottom
-                                                            : QBoxLayout::LeftToRight);
+  const bool wide = event->size().width() >= kWideWindow;
+  halves_->setDirection(wide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+  // One above the other, the reading takes what it needs and the table what is left.
+  halves_->setStretch(0, wide ? 1 : 0);
 }
 
 }  // namespace tiltpole::field

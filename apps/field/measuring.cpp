@@ -1,6 +1,26 @@
 #include "apps/field/measuring.h"
 
+#include <cmath>
+
+#include "tiltpole/records/magnetic_correction.h"
+
 namespace tiltpole::field {
+namespace {
+
+// What the library allows between B's corrected reading and the one that A lets expect [counts].
+constexpr double kLargestDifference = 300.0;
+
+bool ReadingsAgree(const PoseSensorData& corrected, const CInclineSensor_Position& position) {
+  const MagneticReading expected =
+      ExpectedReading_B(position.GetMagneticTranslationPar(),
+                        {corrected.MagneticX_A, corrected.MagneticY_A, corrected.MagneticZ_A});
+  return std::fabs(corrected.MagneticX_B - expected.X) +
+             std::fabs(corrected.MagneticY_B - expected.Y) +
+             std::fabs(corrected.MagneticZ_B - expected.Z) <=
+         kLargestDifference;
+}
+
+}  // namespace
 
 Reading Measuring::Take(const SourceSample& sample) {
   Reading reading;
@@ -13,7 +33,11 @@ Reading Measuring::Take(const SourceSample& sample) {
   reading.tip = SolveRigorousTip(corrected, pole_length_, calibration_.options);
   reading.quality = JudgePoint(corrected, pole_length_, calibration_.options);
   const bool headings_differ = reading.tip.Source != HeadingSource::None && !reading.tip.Agree;
-  reading.disturbed = calibration_.position.IsMagneticInterference() != 0 || headings_differ;
+  // The flag also rises for every pole that leans to the north, with both magnetometers in order:
+  // the lean directions that it compares are not wrapped. Readings and headings tell the two apart.
+  const bool false_alarm = reading.tip.Agree && ReadingsAgree(corrected, calibration_.position);
+  const bool flagged = calibration_.position.IsMagneticInterference() != 0;
+  reading.disturbed = (flagged && !false_alarm) || headings_differ;
   if (sample.antenna) {
     reading.position = xyhCoordinate{sample.antenna->x + reading.tip.Offset.x,
                                      sample.antenna->y + reading.tip.Offset.y,

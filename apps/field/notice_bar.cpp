@@ -39,8 +39,7 @@ void NoticeBar::ShowFirst() {
   setVisible(!notices_.isEmpty());
   if (notices_.isEmpty()) return;
   raise();
-  const QString more =
-      notices_.size() > 1 ? tr(" (and %n more)", "", static_cast<int>(notices_.size()) - 1) : "";
+  const QString more = notices_.size() > 1 ? tr(" (and %1 more)").arg(notices_.size() - 1) : "";
   SetText(*text_, notices_.first().text + more);
   SetTone(*text_, notices_.first().tone);
   PlaceAt(corner_, width());

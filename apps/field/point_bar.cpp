@@ -1,6 +1,7 @@
 #include "apps/field/point_bar.h"
 
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QInputDialog>
 #include <QMenu>
 #include <QVBoxLayout>
@@ -16,6 +17,8 @@ namespace tiltpole::field {
 namespace {
 
 constexpr int kStoreHeight = 52;
+constexpr int kGuidanceHeight = 38;
+constexpr int kProgressWidth = 140;
 constexpr std::array<double, 4> kStillTimes = {1.0, 2.0, 5.0, 10.0};
 
 }  // namespace
@@ -33,6 +36,8 @@ PointBar::PointBar(FieldModel& model, NoticeBar& notices, QWidget* parent)
       progress_(new QProgressBar(this)),
       guidance_(new QLabel(this)) {
   store_->setProperty("role", "main");
+  store_->setShortcut(Qt::Key_F5);
+  store_now_->setShortcut(Qt::Key_F6);
   store_->setMinimumHeight(kStoreHeight);
   store_now_->setMinimumHeight(kStoreHeight);
   guidance_->setObjectName("guidance");
@@ -41,8 +46,12 @@ PointBar::PointBar(FieldModel& model, NoticeBar& notices, QWidget* parent)
   auto* grid = new QGridLayout(this);
   grid->setContentsMargins(0, 0, 0, 0);
   grid->setSpacing(4);
-  grid->addWidget(guidance_, 0, 0, 1, 3);
-  grid->addWidget(progress_, 0, 3, 1, 2);
+  guidance_->setFixedHeight(kGuidanceHeight);
+  progress_->setFixedWidth(kProgressWidth);
+  auto* state = new QHBoxLayout;
+  state->addWidget(guidance_, 1);
+  state->addWidget(progress_);
+  grid->addLayout(state, 0, 0, 1, 5);
   grid->addWidget(store_, 1, 0, 1, 2);
   grid->addWidget(store_now_, 1, 2, 1, 2);
   grid->addWidget(NewMenu(), 1, 4, 1, 1);
@@ -104,8 +113,7 @@ void PointBar::ExportTo(bool geo_json) {
   try {
     const auto& points = model_.Points()->Points();
     Export(points, geo_json ? ExportFormat::GeoJson : ExportFormat::Csv, path->toStdString());
-    notices_.Say(tr("%n points exported to %1", "", static_cast<int>(points.size())).arg(*path),
-                 Tone::Good);
+    notices_.Say(tr("Points exported to %2: %1").arg(points.size()).arg(*path), Tone::Good);
   } catch (const session::OutputError& error) {
     notices_.Say(tr("Not exported. %1").arg(QString::fromUtf8(error.what())), Tone::Bad);
   }
@@ -141,8 +149,9 @@ void PointBar::ShowResult(StoringResult result) {
       return;
     case StoringResult::Stored: {
       const StoredPoint& point = model_.Points()->Points().back();
-      SetText(*guidance_, tr("Point %1 stored: %n samples, %2.", "", point.samples)
+      SetText(*guidance_, tr("Point %1 stored (samples: %2): %3")
                               .arg(point.number)
+                              .arg(point.samples)
                               .arg(FlagWords(point.flags)));
       return;
     }

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iterator>
 #include <sstream>
+#include <system_error>
 #include <utility>
 
 #ifdef _WIN32
@@ -44,12 +45,18 @@ std::string ContentOf(const std::filesystem::path& path) {
 
 PointStore::PointStore(const std::string& path) : path_(path) {
   const std::filesystem::path file = std::filesystem::u8path(path);
+  std::error_code error;
+  if (std::filesystem::exists(file, error) && !std::filesystem::is_regular_file(file, error)) {
+    throw session::InputError(path, "is no plain file");
+  }
   const std::string content = ContentOf(file);
   const bool begun = PointHeader().compare(0, content.size(), content) != 0 &&
                      content.compare(0, PointHeader().size(), PointHeader()) != 0;
   if (begun) throw session::InputError(path, "holds something else than points; it is left alone");
   file_.reset(OpenForAppending(file));
   if (!file_) throw session::OutputError(path + ": cannot be opened for writing");
+  // A row that failed must not come along with a later one.
+  std::setvbuf(file_.get(), nullptr, _IONBF, 0);
   // A row that was cut off keeps what it has; the next one begins on a line of its own.
   const std::string header = PointHeader();
   if (content.size() < header.size()) {
@@ -75,8 +82,10 @@ void PointStore::TakeUp(const std::string& content) {
 }
 
 void PointStore::Write(const std::string& text) {
-  const bool written = std::fwrite(text.data(), 1, text.size(), file_.get()) == text.size();
-  if (BringToMedium(file_.get()) && written) return;
+  const std::string whole = (row_is_cut_off_ ? "\n" : "") + text;
+  const bool written = std::fwrite(whole.data(), 1, whole.size(), file_.get()) == whole.size();
+  row_is_cut_off_ = !BringToMedium(file_.get()) || !written;
+  if (!row_is_cut_off_) return;
   throw session::OutputError(path_ + ": the medium does not take the point");
 }
 

@@ -42,6 +42,7 @@ class PointStore {
   std::string path_;
   std::vector<StoredPoint> points_;
   int unreadable_rows_ = 0;
+  bool row_is_cut_off_ = false;
   std::unique_ptr<std::FILE, CloseFile> file_;
 };
 

@@ -63,9 +63,19 @@ void PointsTable::Insert(const StoredPoint& point) {
     if (point.flags != 0) item->setBackground(QColor(255, 180, 0));
     setItem(0, column, item);
   }
-  resizeRowToContents(0);
-  if (rowHeight(0) < kRowHeight) setRowHeight(0, kRowHeight);
+  FitRow(0);
   scrollToTop();
+}
+
+void PointsTable::FitRow(int row) {
+  resizeRowToContents(row);
+  if (rowHeight(row) < kRowHeight) setRowHeight(row, kRowHeight);
+}
+
+// The remarks wrap at another place then.
+void PointsTable::resizeEvent(QResizeEvent* event) {
+  QTableWidget::resizeEvent(event);
+  for (int row = 0; row < rowCount(); ++row) FitRow(row);
 }
 
 }  // namespace tiltpole::field

@@ -15,7 +15,11 @@ class PointsTable : public QTableWidget {
 
   void Refresh();
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
+  void FitRow(int row);
   void Insert(const StoredPoint& point);
 
   const FieldModel& model_;

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "apps/field/stored_point.h"
+#include "apps/session/number_text.h"
 
 namespace tiltpole::field {
 namespace {
@@ -70,12 +71,13 @@ QString FlagWords(unsigned flags) {
 }
 
 QString Metres(double value) {
-  return std::isfinite(value) ? QString::number(value, 'f', 3) : QStringLiteral("–");
+  if (!std::isfinite(value)) return QStringLiteral("–");
+  return QString::fromStdString(session::FixedText(value, 3));
 }
 
 QString Degrees(double value) {
-  return std::isfinite(value) ? QString::number(value, 'f', 1) + QStringLiteral("°")
-                              : QStringLiteral("–");
+  if (!std::isfinite(value)) return QStringLiteral("–");
+  return QString::fromStdString(session::FixedText(value, 1)) + QStringLiteral("°");
 }
 
 }  // namespace tiltpole::field

@@ -42,6 +42,8 @@ TurnRecording::TurnRecording(SampleSet turn) : turn_(turn) {
 }
 
 TurnRecording::~TurnRecording() = default;
+TurnRecording::TurnRecording(TurnRecording&&) noexcept = default;
+TurnRecording& TurnRecording::operator=(TurnRecording&&) noexcept = default;
 
 void TurnRecording::Add(const PoseSensorData& raw) {
   samples_.push_back(raw);

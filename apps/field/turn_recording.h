@@ -29,6 +29,8 @@ class TurnRecording {
  public:
   explicit TurnRecording(SampleSet turn);
   ~TurnRecording();
+  TurnRecording(TurnRecording&&) noexcept;
+  TurnRecording& operator=(TurnRecording&&) noexcept;
 
   void Add(const PoseSensorData& raw);
   void Clear();

@@ -31,8 +31,8 @@ TurnView::TurnView(FieldModel& model, SampleSet turn, QWidget* parent)
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(4);
   layout->addWidget(title);
-  layout->addWidget(NewPlot(), 3);
-  layout->addLayout(progress, 2);
+  layout->addWidget(NewPlot(), 2);
+  layout->addLayout(progress, 1);
   layout->addWidget(record_);
 
   connect(record_, &QPushButton::clicked, this, [this](bool on) {
@@ -61,7 +61,7 @@ QString TurnView::Missing() const {
     if (texts.size() < kMostRanges) texts += tr("%1–%2°").arg(from).arg(to);
   }
   const int more = static_cast<int>(ranges.size()) - kMostRanges;
-  if (more > 0) texts += tr("%n more", "", more);
+  if (more > 0) texts += tr("and %1 more").arg(more);
   return tr("Missing: %1").arg(texts.join(QStringLiteral(", ")));
 }
 
@@ -70,13 +70,16 @@ void TurnView::Refresh() {
   refresh_plot_();
   ring_->Refresh();
   const int samples = static_cast<int>(turn.Samples().size());
-  SetText(*state_, samples == 0 ? tr("No samples yet")
-                                : tr("%n samples", "", samples) + QStringLiteral("\n") + Missing());
+  SetText(*state_, samples == 0
+                       ? tr("No samples yet")
+                       : tr("Samples: %1").arg(samples) + QStringLiteral("\n") + Missing());
   // A session file says itself what its samples are for.
   const bool filling = model_.Filling() == turn_;
   record_->setChecked(filling || model_.Recording() == turn_);
   record_->setEnabled(model_.Source() != nullptr && !model_.Run().IsRunning());
-  SetText(*record_, record_->isChecked() ? tr("Stop") : tr("Record"));
+  SetText(*record_, record_->isChecked()             ? tr("Stop")
+                    : turn_ == SampleSet::Horizontal ? tr("Record turn 1")
+                                                     : tr("Record turn 2"));
 }
 
 }  // namespace tiltpole::field

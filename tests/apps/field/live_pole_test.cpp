@@ -70,14 +70,53 @@ TEST_F(LivePole, LeadsFromTheTurnsToExportedPoints) {
   robot.LookAtBothSizes("field-measure");
 
   robot.ChooseFromMenu("more", 2, folder.File("points-out.csv"));
-  ASSERT_TRUE(robot.WaitForText("notice", "2 points exported"));
+  ASSERT_TRUE(robot.WaitForText("notice", ": 2"));
   robot.Click("notice_seen");
   robot.ChooseFromMenu("more", 3, folder.File("points-out.geojson"));
-  ASSERT_TRUE(robot.WaitForText("notice", "2 points exported"));
+  ASSERT_TRUE(robot.WaitForText("notice", ": 2"));
   EXPECT_EQ(folder.Read("points-out.csv"), folder.Read("points.csv"));
   const auto json = nlohmann::json::parse(folder.Read("points-out.geojson"));
   ASSERT_EQ(json["features"].size(), 2U);
   EXPECT_NEAR(json["features"][1]["geometry"]["coordinates"][1].get<double>(), 1005.0, 0.08);
+}
+
+TEST_F(LivePole, SaysOnTheScreenWhatIsWrongWithAReadingAndOnThePointToo) {
+  robot.Click("tab_measure");
+  robot.SetSpeed(5.0);
+  ASSERT_TRUE(robot.WaitForText("flag_calibration", "NOT CALIBRATED"));
+  robot.DragOnPad({0, 25});
+  robot.Click("iron");
+  ASSERT_TRUE(robot.WaitForText("flag_magnetic", "DISAGREE"));
+  const StoredPoint iron = StoreOne();
+  EXPECT_EQ(iron.flags, kNotCalibrated | kMagnetometersDisagree);
+  robot.HoldUntil("turn_left", [this] { return robot.Read("flag_still") == "MOVING"; });
+
+  // A point is under way while the pole turns; the operator insists.
+  const std::size_t before = Stored();
+  robot.Click("store");
+  robot.HoldUntil("turn_left", [this] { return robot.Read("guidance") == "Hold the pole still."; });
+  EXPECT_EQ(Stored(), before);
+  robot.Click("store");
+  EXPECT_FALSE(window.Model().Average().IsActive());
+  robot.Click("store_now");
+  ASSERT_TRUE(robot.WaitUntil([this, before] { return Stored() > before; }));
+  EXPECT_NE(window.Model().Points()->Points().back().flags & kShortAverage, 0U);
+  robot.LookAtBothSizes("field-measure-flags");
+}
+
+TEST_F(LivePole, SaysThatNoSamplesArriveAndGoesOnWhenTheyDo) {
+  robot.Click("tab_measure");
+  robot.Click("unplug");
+  ASSERT_TRUE(robot.WaitForText("source_state", "NO SAMPLES"));
+  EXPECT_NE(robot.Read("notice").find("No samples arrive"), std::string::npos);
+  EXPECT_EQ(robot.Read("flag_still"), "No samples");
+  EXPECT_EQ(robot.Read("offset_0"), "–");
+  EXPECT_FALSE(robot.See<QPushButton>("store_now")->isEnabled());
+  robot.LookAtBothSizes("field-measure-silent");
+  robot.Click("notice_seen");
+  robot.Click("unplug");
+  ASSERT_TRUE(robot.WaitForText("source_state", "Running"));
+  ASSERT_TRUE(robot.WaitUntil([this] { return robot.Read("offset_0") != "–"; }));
 }
 
 }  // namespace

@@ -18,12 +18,12 @@ Robot::Robot(tiltpole::field::MainWindow& window) : window_(window) {
 }
 
 void Robot::Expect(bool so, const char* name) {
-  if (!so) throw std::runtime_error(std::string(name) + " is not to be seen");
+  if (!so) throw std::runtime_error(std::string(name) + " is hidden or disabled");
 }
 
 void Robot::Click(const char* button) {
   auto* target = See<QPushButton>(button);
-  if (!target->isEnabled()) throw std::runtime_error(std::string(button) + " is disabled");
+  Expect(WaitUntil([target] { return target->isEnabled(); }), button);
   QTest::mouseClick(target, Qt::LeftButton);
 }
 
@@ -116,6 +116,20 @@ void Robot::LookAt(QSize size, const char* picture) {
     EXPECT_GE(button->width(), needed + 8) << name << " has its text cut off at " << size.width();
     const QRect place(button->mapTo(&window_, QPoint()), button->size());
     EXPECT_TRUE(window_.rect().contains(place)) << name << " is outside of the window";
+  }
+  for (const auto* const label : window_.findChildren<QLabel*>()) {
+    if (!label->isVisible() || label->text().isEmpty()) continue;
+    const int needed =
+        label->wordWrap() ? label->heightForWidth(label->width()) : label->sizeHint().height();
+    // The reasons may be longer than the screen; they scroll.
+    if (label->objectName() == "reasons") continue;
+    EXPECT_GE(label->height(), needed) << "'" << label->text().toStdString() << "' is cut off in "
+                                       << picture << " at " << size.width();
+  }
+  for (const char* const dial : {"compass", "gauge_along", "gauge_across"}) {
+    const auto* const control = window_.findChild<QWidget*>(dial);
+    if (!control->isVisible()) continue;
+    EXPECT_TRUE(control->parentWidget()->rect().contains(control->geometry())) << dial;
   }
   const QString folder = qEnvironmentVariable("TILTPOLE_SCREENSHOTS");
   if (folder.isEmpty()) return;

@@ -14,17 +14,17 @@
 namespace tiltpole_test {
 
 /// Generous, since test machines are busy; a test that passes never waits that long.
-inline constexpr int kPatience = 60000;
+inline constexpr int kPatience = 30000;
 
 class Robot {
  public:
   explicit Robot(tiltpole::field::MainWindow& window);
 
-  /// The widget of that name; fails the test when it is missing or hidden.
+  /// The widget of that name; ends the test when it is missing, or hidden for long.
   template <typename Widget>
   Widget* See(const char* name) {
     auto* widget = window_.findChild<Widget*>(name);
-    Expect(widget != nullptr && widget->isVisible(), name);
+    Expect(widget != nullptr && WaitUntil([widget] { return widget->isVisible(); }), name);
     return widget;
   }
   std::string Read(const char* label) { return See<QLabel>(label)->text().toStdString(); }
