@@ -13,6 +13,16 @@ trap 'rm -f "$session"' EXIT
 "$tiltpole" draw compass --value 37 --mark 120 300 --size 300 300 -o $pictures/compass.png
 "$tiltpole" draw gauges --value 62 --mark 90 --size 200 300 -o $pictures/gauges.png
 "$tiltpole" draw plot "$session" --center 600 -500 0 --size 300 300 -o $pictures/plot.png
+# The report is a page: a browser shows it. Half of its horizontal turn is left out.
+if command -v chromium > /dev/null; then
+  report=$(mktemp -d)
+  awk -F, '$1 != "horizontal" || ++rows <= 180' "$session" > "$report/survey.csv"
+  (cd "$report" && "$OLDPWD/$tiltpole" calibrate survey.csv -o pole.txt --report report.html)
+  chromium --headless --no-sandbox --hide-scrollbars --window-size=1000,1660 \
+    --screenshot="$report/report.png" "file://$report/report.html"
+  cp "$report/report.png" $pictures/report.png
+  rm -r "$report"
+fi
 screen=()
 if [ -z "${DISPLAY:-}" ]; then screen=(xvfb-run -a); fi
 QT_QPA_PLATFORM=xcb "${screen[@]}" "$build/examples/qt/qt_dialog" "$session" \

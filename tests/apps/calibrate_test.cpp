@@ -1,50 +1,24 @@
 #include <cmath>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
-#include "apps/session/session_reader.h"
-#include "apps/session/session_writer.h"
+#include "apps/session/session_sample.h"
 #include "apps/tiltpole/parameter_file.h"
 #include "program.h"
+#include "sessions.h"
 #include "temporary_folder.h"
 
 namespace {
 
 using tiltpole::cli::ReadParameterFile;
 using tiltpole::session::SampleSet;
-using tiltpole::session::SessionReader;
-using tiltpole::session::SessionSample;
-using tiltpole::session::SessionWriter;
+using tiltpole_test::kSessionHeader;
+using tiltpole_test::Only;
 using tiltpole_test::RunProgram;
+using tiltpole_test::Simulated;
 using tiltpole_test::TemporaryFolder;
-
-const std::string kHeader =
-    "set,time,incline_x,incline_y,mag_x_a,mag_y_a,mag_z_a,mag_x_b,mag_y_b,mag_z_b\n";
-
-std::string Simulated(const std::vector<std::string>& further = {}) {
-  std::vector<std::string> arguments = {"simulate"};
-  arguments.insert(arguments.end(), further.begin(), further.end());
-  return RunProgram(arguments).out;
-}
-
-/// The rows of a session that belong to some sets, at most so many of each.
-std::string Only(const std::string& session, const std::vector<SampleSet>& sets, int most) {
-  std::istringstream in(session);
-  std::ostringstream out;
-  SessionReader reader(in, "session");
-  SessionWriter writer(out, reader.Columns());
-  SessionSample sample;
-  int counts[3] = {0, 0, 0};
-  while (reader.Next(sample)) {
-    for (const auto set : sets) {
-      if (sample.set == set && counts[static_cast<int>(set)]++ < most) writer.Write(sample);
-    }
-  }
-  return out.str();
-}
 
 TEST(Calibrate, IdealTurnsGiveTheTrueParameters) {
   const TemporaryFolder folder;
@@ -116,15 +90,16 @@ TEST(Calibrate, FourSamplesATurnAreTooFew) {
 
 TEST(Calibrate, ATurnWithoutRowsOfEitherSetFails) {
   const TemporaryFolder folder;
-  const auto run = RunProgram({"calibrate", "-", "-o", folder.File("pole.txt")}, kHeader);
+  const auto run = RunProgram({"calibrate", "-", "-o", folder.File("pole.txt")}, kSessionHeader);
   EXPECT_EQ(run.status, 1);
   EXPECT_NE(run.err.find("around the Z-axis data is incorrect!"), std::string::npos);
 }
 
 TEST(Calibrate, TextForANumberIsAnErrorBeforeAnythingIsFitted) {
   const TemporaryFolder folder;
-  const auto run = RunProgram({"calibrate", "-", "-o", folder.File("pole.txt")},
-                              kHeader + "horizontal,08:00:00,0,0,NaN,2,3,4,5,6\n");
+  const auto run =
+      RunProgram({"calibrate", "-", "-o", folder.File("pole.txt")},
+                 std::string(kSessionHeader) + "horizontal,08:00:00,0,0,NaN,2,3,4,5,6\n");
   EXPECT_EQ(run.status, 2);
   EXPECT_EQ(run.err,
             "tiltpole: standard input:2: column mag_x_a: 'NaN' is no number; expected a finite "
@@ -134,7 +109,7 @@ TEST(Calibrate, TextForANumberIsAnErrorBeforeAnythingIsFitted) {
 
 TEST(Calibrate, ReadingsBeyondAllMeasureGiveNoParameterFile) {
   const TemporaryFolder folder;
-  std::string session = kHeader;
+  std::string session = kSessionHeader;
   for (int i = 0; i < 12; ++i) {
     const std::string big = std::to_string(i % 5 - 2) + "e200," + std::to_string(i % 3 - 1) +
                             "e200," + std::to_string(i) + "e200";

@@ -1,22 +1,26 @@
 // tiltpole calibrate: fits both magnetometers to the two turns of a session.
 
-#include <array>
 #include <cmath>
 #include <memory>
+#include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include <nlohmann/json.hpp>
 
+#include "apps/session/input_error.h"
 #include "apps/session/number_text.h"
+#include "apps/session/output_file.h"
 #include "apps/tiltpole/commands/commands.h"
 #include "apps/tiltpole/commands/option_checks.h"
+#include "apps/tiltpole/fitted_parameters.h"
 #include "apps/tiltpole/messages.h"
 #include "apps/tiltpole/parameter_file.h"
 #include "apps/tiltpole/quality_output.h"
+#include "apps/tiltpole/report/page.h"
 #include "apps/tiltpole/screening.h"
 #include "apps/tiltpole/session_table.h"
+#include "apps/tiltpole/summary.h"
 #include "apps/tiltpole/text_table.h"
 #include "tiltpole/calibration/CInclineSensor_MagneticAdjust.h"
 
@@ -26,19 +30,10 @@ namespace {
 using session::SampleSet;
 using session::SessionSample;
 
-constexpr std::array<std::pair<const char*, double Incline_MagneticCorrectParameter::*>, 8>
-    kFields = {{{"a", &Incline_MagneticCorrectParameter::a},
-                {"b", &Incline_MagneticCorrectParameter::b},
-                {"c", &Incline_MagneticCorrectParameter::c},
-                {"d", &Incline_MagneticCorrectParameter::d},
-                {"e", &Incline_MagneticCorrectParameter::e},
-                {"x0", &Incline_MagneticCorrectParameter::x0},
-                {"y0", &Incline_MagneticCorrectParameter::y0},
-                {"z0", &Incline_MagneticCorrectParameter::z0}}};
-
 struct CalibrateOptions {
   std::string session;
   std::string output;
+  std::string report;
   int screen = 0;
   bool json = false;
 };
@@ -46,13 +41,6 @@ struct CalibrateOptions {
 struct Turns {
   std::vector<PoseSensorData> horizontal;
   std::vector<PoseSensorData> vertical;
-};
-
-/// What a successful calibration gives.
-struct Parameters {
-  Incline_MagneticCorrectParameter correction_a;
-  Incline_MagneticCorrectParameter correction_b;
-  Incline_MagneticTranslationParameter translation;
 };
 
 std::vector<PoseSensorData> TurnOf(const SessionTable& table, SampleSet set, int screen) {
@@ -76,9 +64,9 @@ Turns ReadTurns(const CalibrateOptions& options, Console& console) {
 }
 
 // Readings beyond all measure can overflow in the fit, which then ends without a failure.
-bool IsFinite(const Parameters& parameters) {
+bool IsFinite(const FittedParameters& parameters) {
   for (const auto* const correction : {&parameters.correction_a, &parameters.correction_b}) {
-    for (const auto& [name, field] : kFields) {
+    for (const auto& [name, field] : kCorrectionFields) {
       if (!std::isfinite(correction->*field)) return false;
     }
   }
@@ -87,34 +75,50 @@ bool IsFinite(const Parameters& parameters) {
          std::isfinite(translation.dZ);
 }
 
-[[noreturn]] void Fail(const CalibrateOptions& options, const Turns& turns,
-                       const MessagesToStream& messages, Console& console) {
-  const CalibrationQuality quality =
-      JudgeFailedCalibration(turns.horizontal, turns.vertical, messages.Shown());
-  PrintReasons(quality, console.err);
-  if (options.json) {
-    nlohmann::ordered_json json;
-    json["quality"] = ToJson(quality);
-    console.out << json.dump(2) << '\n';
-  }
-  throw DataError((options.session == "-" ? "standard input" : options.session) +
-                  ": the calibration failed with " + std::to_string(turns.horizontal.size()) +
-                  " horizontal and " + std::to_string(turns.vertical.size()) + " vertical samples");
+std::string NameOfSession(const CalibrateOptions& options) {
+  return options.session == "-" ? "standard input" : options.session;
 }
 
-Parameters Fit(const CalibrateOptions& options, Turns& turns, Console& console) {
+// Where the report goes, opened before anything is fitted: a place that cannot be written to is
+// told at once.
+std::unique_ptr<session::OutputFile> OpenReport(const CalibrateOptions& options, Console& console) {
+  if (options.report.empty()) return nullptr;
+  if (options.report == options.output) {
+    throw session::OutputError(options.report + ": is to hold the parameters, not the report");
+  }
+  return std::make_unique<session::OutputFile>(options.report, console.out);
+}
+
+// Standard output, unless the report is there already.
+std::ostream& SummaryStreamOf(const session::OutputFile* report, Console& console) {
+  return report == nullptr ? console.out : SummaryStream(*report, console);
+}
+
+void WriteReport(const CalibrateOptions& options, const Turns& turns,
+                 const std::optional<FittedParameters>& parameters,
+                 const CalibrationQuality& quality, session::OutputFile* report) {
+  if (report == nullptr) return;
+  const std::string selection =
+      options.screen == 0
+          ? ""
+          : "Selected by the screening, about " + std::to_string(options.screen) + " of each turn.";
+  report->Stream() << ReportPage(
+      {NameOfSession(options), selection, turns.horizontal, turns.vertical, parameters, quality});
+}
+
+// Nothing when the fit failed.
+std::optional<FittedParameters> Fit(Turns& turns) {
   CInclineSensor_MagneticAdjust adjust;
   for (auto& sample : turns.horizontal) adjust.Horizontal_Add(&sample);
   for (auto& sample : turns.vertical) adjust.Vertical_Add(&sample);
-  const MessagesToStream messages(console.err);
   const bool fitted = adjust.Adjust() != 0;
-  const Parameters parameters = {adjust.GetCorrectPar_A(), adjust.GetCorrectPar_B(),
-                                 adjust.GetCoorTrans()};
-  if (!fitted || !IsFinite(parameters)) Fail(options, turns, messages, console);
+  const FittedParameters parameters = {adjust.GetCorrectPar_A(), adjust.GetCorrectPar_B(),
+                                       adjust.GetCoorTrans()};
+  if (!fitted || !IsFinite(parameters)) return std::nullopt;
   return parameters;
 }
 
-void Save(const std::string& path, const Parameters& parameters) {
+void Save(const std::string& path, const FittedParameters& parameters) {
   CInclineSensor_Position position;
   position.SetMagneticCorrectPar_A(parameters.correction_a);
   position.SetMagneticCorrectPar_B(parameters.correction_b);
@@ -122,9 +126,10 @@ void Save(const std::string& path, const Parameters& parameters) {
   WriteParameterFile(path, position);
 }
 
-void PrintText(const Parameters& parameters, const CalibrationQuality& quality, std::ostream& out) {
+void PrintText(const FittedParameters& parameters, const CalibrationQuality& quality,
+               std::ostream& out) {
   TextTable table({"parameter", "A", "B"});
-  for (const auto& [name, field] : kFields) {
+  for (const auto& [name, field] : kCorrectionFields) {
     table.Row({name, session::FixedText(parameters.correction_a.*field, 10),
                session::FixedText(parameters.correction_b.*field, 10)});
   }
@@ -135,9 +140,10 @@ void PrintText(const Parameters& parameters, const CalibrationQuality& quality, 
   PrintQuality(quality, out);
 }
 
-void PrintJson(const Parameters& parameters, const CalibrationQuality& quality, std::ostream& out) {
+void PrintJson(const FittedParameters& parameters, const CalibrationQuality& quality,
+               std::ostream& out) {
   nlohmann::ordered_json json;
-  for (const auto& [name, field] : kFields) {
+  for (const auto& [name, field] : kCorrectionFields) {
     json["parameters"]["A"][name] = parameters.correction_a.*field;
     json["parameters"]["B"][name] = parameters.correction_b.*field;
   }
@@ -148,14 +154,39 @@ void PrintJson(const Parameters& parameters, const CalibrationQuality& quality, 
   out << json.dump(2) << '\n';
 }
 
+[[noreturn]] void Fail(const CalibrateOptions& options, const Turns& turns,
+                       const CalibrationQuality& quality, session::OutputFile* report,
+                       Console& console) {
+  WriteReport(options, turns, std::nullopt, quality, report);
+  if (report != nullptr) report->Commit();
+  PrintReasons(quality, console.err);
+  if (options.json) {
+    nlohmann::ordered_json json;
+    json["quality"] = ToJson(quality);
+    SummaryStreamOf(report, console) << json.dump(2) << '\n';
+  }
+  throw DataError(NameOfSession(options) + ": the calibration failed with " +
+                  std::to_string(turns.horizontal.size()) + " horizontal and " +
+                  std::to_string(turns.vertical.size()) + " vertical samples");
+}
+
 int Calibrate(const CalibrateOptions& options, Console& console) {
   Turns turns = ReadTurns(options, console);
-  const Parameters parameters = Fit(options, turns, console);
+  const auto report = OpenReport(options, console);
+  const MessagesToStream messages(console.err);
+  const std::optional<FittedParameters> parameters = Fit(turns);
+  if (!parameters) {
+    Fail(options, turns, JudgeFailedCalibration(turns.horizontal, turns.vertical, messages.Shown()),
+         report.get(), console);
+  }
   const CalibrationQuality quality =
-      JudgeCalibration(turns.horizontal, turns.vertical, parameters.correction_a,
-                       parameters.correction_b, parameters.translation);
-  Save(options.output, parameters);
-  (options.json ? PrintJson : PrintText)(parameters, quality, console.out);
+      JudgeCalibration(turns.horizontal, turns.vertical, parameters->correction_a,
+                       parameters->correction_b, parameters->translation);
+  WriteReport(options, turns, parameters, quality, report.get());
+  Save(options.output, *parameters);
+  if (report) report->Commit();
+  (options.json ? PrintJson : PrintText)(*parameters, quality,
+                                         SummaryStreamOf(report.get(), console));
   return kDone;
 }
 
@@ -179,6 +210,10 @@ void AddCalibrate(CLI::App& program, Action& action) {
                   "Screen both turns and use about so many samples of each; 0 uses all samples")
       ->check(CLI::Range(0, 1'000'000'000))
       ->capture_default_str();
+  command.add_option(
+      "--report", options->report,
+      "HTML page to write, also when the fit fails: the verdict and its reasons, both turns before "
+      "and after as pictures, residuals and the expected heading error by direction, all figures");
   command.add_flag("--json", options->json, "The result as JSON");
   RunsWith(command, action, options, Calibrate);
 }
