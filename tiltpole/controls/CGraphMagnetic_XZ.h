@@ -115,7 +115,8 @@ class TILTPOLE_CONTROLS_EXPORT CGraphMagnetic_XZ : public ChildWindow {
   void ClientToWorld(int ClientX, int ClientY, int& WorldX, int& WorldV) const;
 
   /// Writes the view to its file.
-  /// @return 1, or 0 when the file cannot be written; it is as it was then
+  /// @return 1; 0 when the file cannot be opened for writing, and it is as it was then. A full disk
+  ///         is not reported: it leaves an empty file or the beginning of the line.
   int ConfigSave();
 
   /// Takes the view from its file, of which the first 999 bytes count; a number that is missing
