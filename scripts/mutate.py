@@ -253,9 +253,12 @@ def try_all(room, mutants, jobs):
         finally:
             idle.put(worker)
 
-    with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
+    pool = concurrent.futures.ThreadPoolExecutor(jobs)
+    try:
         for future in concurrent.futures.as_completed([pool.submit(try_one, m) for m in mutants]):
             yield future.result()
+    finally:
+        pool.shutdown(cancel_futures=True)
 
 
 def report(room, of, counts, seconds):
@@ -268,6 +271,16 @@ def report(room, of, counts, seconds):
     return share >= LEAST_CAUGHT
 
 
+def settled(mutant, outcome, known):
+    """The outcome in view of the list of equivalent mutants."""
+    if mutant.id not in known:
+        return outcome
+    if outcome == "survived":
+        return "equivalent"
+    print(f"{mutant.id} is listed as equivalent, but: {outcome}", flush=True)
+    return outcome
+
+
 def run_room(room, options):
     mutants = mutants_of_room(room)
     of = len(mutants)
@@ -275,6 +288,8 @@ def run_room(room, options):
         mutants = [m for m in mutants if m.id in options.only]
     if options.sample and options.sample < len(mutants):
         mutants = random.Random(options.seed).sample(mutants, options.sample)
+        # Neighbours share what has to be built again.
+        mutants.sort(key=lambda m: (m.path, m.start, m.new))
     if options.list:
         for mutant in mutants:
             print(mutant.id, show(mutant), sep="\n")
@@ -282,14 +297,14 @@ def run_room(room, options):
     known = known_equivalents()
     start = time.monotonic()
     counts = collections.Counter()
-    for mutant, outcome in try_all(room, mutants, options.jobs):
-        if outcome == "survived" and mutant.id in known:
-            outcome = "equivalent"
-        elif outcome in ("caught", "timed out") and mutant.id in known:
-            print(f"{mutant.id} is listed as equivalent, but was caught", flush=True)
-        counts[outcome] += 1
-        if outcome == "survived" or options.verbose:
-            print(f"{mutant.id} {outcome}\n{show(mutant)}", flush=True)
+    try:
+        for mutant, outcome in try_all(room, mutants, options.jobs):
+            outcome = settled(mutant, outcome, known)
+            counts[outcome] += 1
+            if outcome == "survived" or options.verbose:
+                print(f"{mutant.id} {outcome}\n{show(mutant)}", flush=True)
+    except KeyboardInterrupt:
+        print("stopped early; so far:")
     return report(room, of, counts, time.monotonic() - start)
 
 

@@ -8,7 +8,7 @@ where a function was compiled into several programs and one of them never calls 
 does.
 
 Left out are the branches of exceptions, lines of braces alone, where the compiler only puts what
-clears up behind an exception, and lines with a marker: GCOVR_EXCL_LINE the whole line, GCOVR_EXCL_BR_LINE its branches, each with a reason in words.
+clears up behind an exception, and what scripts/coverage_exclusions.txt names with a reason.
 """
 
 import collections
@@ -23,6 +23,7 @@ import sys
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 LIBRARY = ROOT / "tiltpole"
 TEST_CODE = LIBRARY / "platform" / "recording"
+EXCLUSIONS = ROOT / "scripts" / "coverage_exclusions.txt"
 
 
 def gcov(notes):
@@ -67,21 +68,36 @@ class Line:
         return [count for counts in shapes for count in counts]
 
 
-def lines_of_file(path, lines):
+def exclusions():
+    """{path: [piece of a line]}"""
+    pieces = collections.defaultdict(list)
+    for text in EXCLUSIONS.read_text().splitlines():
+        place = re.match(r"(tiltpole/\S+): (.+)", text)
+        if place:
+            if place.group(2) not in (ROOT / place.group(1)).read_text():
+                sys.exit(f"{EXCLUSIONS.name} names what is no longer there: {text}")
+            pieces[place.group(1)].append(place.group(2))
+    return pieces
+
+
+def lines_of_file(path, lines, excluded):
     source = (ROOT / path).read_text().splitlines()
     for number, line in sorted(lines.items()):
         text = source[number - 1]
-        code = re.sub(r"//.*", "", text).strip()
-        if "GCOVR_EXCL_LINE" in text or re.fullmatch(r"[{}();]*", code):
+        if re.fullmatch(r"[{}();]*", re.sub(r"//.*", "", text).strip()):
             continue
-        keep_branches = "GCOVR_EXCL_BR_LINE" not in text
+        branches = line.branches()
+        if any(piece in text for piece in excluded):
+            if line.count == 0:
+                continue
+            branches = [count for count in branches if count > 0]
         yield {
             "line_number": number,
             "count": line.count,
             "gcovr/noncode": False,
             "gcovr/excluded": False,
             "branches": [{"count": count, "fallthrough": False, "throw": False}
-                         for count in (line.branches() if keep_branches else [])],
+                         for count in branches],
         }
 
 
@@ -92,9 +108,11 @@ def main():
         for found in pool.map(gcov, sorted(build.resolve().rglob("*.gcno"))):
             for path, number, count, branches in found:
                 files[path][number].add(count, branches)
+    excluded = exclusions()
     out.write_text(json.dumps({
         "gcovr/format_version": "0.3",
-        "files": [{"file": path, "functions": [], "lines": list(lines_of_file(path, files[path]))}
+        "files": [{"file": path, "functions": [],
+                   "lines": list(lines_of_file(path, files[path], excluded[path]))}
                   for path in sorted(files)],
     }))
 

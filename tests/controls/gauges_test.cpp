@@ -463,6 +463,20 @@ TEST_F(Gauges, ClearFixRemovesTheMarksAndInvalidatesWithoutErasing) {
   EXPECT_EQ(With("line", MarksOf(gauge)), Lines{});
 }
 
+TEST_F(Gauges, TheLeftOneForgetsItsMarksToo) {
+  CGraphIncline_Left gauge;
+  PaintFirst(gauge);
+  gauge.SetFix(90);
+  gauge.ClearFix();
+  EXPECT_EQ(With("line", MarksOf(gauge)), Lines{});
+}
+
+TEST_F(Gauges, TheRightOneTakesABackColourToo) {
+  CGraphIncline_Right gauge;
+  gauge.SetMeterBackColor(Rgb(9, 8, 7));
+  EXPECT_EQ(gauge.GetMeterBackColor(), Rgb(9, 8, 7));
+}
+
 TEST_F(Gauges, ANewBackColourBringsANewFaceInThatColour) {
   CGraphIncline_Left gauge;
   PaintFirst(gauge);

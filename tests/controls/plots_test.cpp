@@ -1,4 +1,5 @@
 #include <limits>
+#include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -440,6 +441,39 @@ line (97,-349)-(103,-349)
 line (100,-352)-(100,-346)
 pen solid 1 RGB(0,0,0)
 )"));
+}
+
+TEST_F(Plots, TheXZPlotDrawsItsListsInItsOwnColourAndAgainstItsVerticalAxis) {
+  CGraphMagnetic_XZ plot;
+  Create(plot, 200, 100);
+  plot.AddTrackPoint(-250, 7, -375);
+  plot.AddCenterPoint(-250, 7, 625);
+  const Point track = ClientPointOf(plot, -250, -375);
+  const Point center = ClientPointOf(plot, -250, 625);
+  const auto cross = [](Point place) {
+    const auto at = [place](int x, int y) {
+      return "(" + std::to_string(place.x + x) + "," + std::to_string(place.y + y) + ")";
+    };
+    return Lines{"line " + at(-3, 0) + "-" + at(3, 0), "line " + at(0, -3) + "-" + at(0, 3)};
+  };
+  RecordingContext context;
+  plot.DrawTrackPoints(&context);
+  EXPECT_EQ(With("line", context.TakeLines()), cross(track));
+  plot.DrawCenterPoints(&context);
+  const Lines lines = context.TakeLines();
+  EXPECT_EQ(With("line", lines), cross(center));
+  EXPECT_EQ(lines.front(), "pen solid 1 RGB(255,0,0)");
+}
+
+TEST_F(Plots, TheXZPlotFindsTheReadingOfAPixelAsItsTwinDoes) {
+  CGraphMagnetic_XZ plot;
+  Create(plot, 400, 400);
+  const Point place = ClientPointOf(plot, 20, -40);
+  int x = place.x;
+  int v = 12345;
+  plot.ClientToWorld(7, place.y, x, v);
+  const Point back = ClientPointOf(plot, x, v);
+  EXPECT_EQ(back, place);
 }
 
 TEST_F(Plots, DrawNothingWithoutAContext) {

@@ -195,6 +195,24 @@ TEST(KalmanFilter, TheLastArgumentHasNoEffect) {
       SameElements(a.Filter(Scalar(12), Scalar(0), 0), b.Filter(Scalar(12), Scalar(0), -7)));
 }
 
+TEST(KalmanFilter, WithoutMeasurementsTakesMatricesWithoutColumnsForThem) {
+  CKFilter filter;
+  filter.SetMatrixOrder(1, 0);
+  EXPECT_EQ(filter.SetSystemMatrix(Scalar(1), Scalar(0), CSZMatrix(1, 0), CSZMatrix(0, 1),
+                                   CSZMatrix(0, 1)),
+            1);
+}
+
+TEST(KalmanFilter, OfANegativeOrderTakesNoMatrix) {
+  CKFilter filter;
+  filter.SetMatrixOrder(1, -1);
+  EXPECT_EQ(filter.SetSystemMatrix(Scalar(1), Scalar(0), CSZMatrix(1, 0), CSZMatrix(0, 1),
+                                   CSZMatrix(0, 1)),
+            0);
+  filter.SetMatrixOrder(-1, 1);
+  EXPECT_EQ(filter.SetInitialData(CSZMatrix(0, 1), CSZMatrix(0, 0)), 0);
+}
+
 TEST(KalmanFilter, AMeasurementOfAnotherSizeComesBackWithAMessageAndChangesNothing) {
   CKFilter filter = RandomWalk(10.0);
   CKFilter untouched = RandomWalk(10.0);

@@ -59,6 +59,15 @@ TEST(FourParameterRecords, HaveTheirFieldsInOrder) {
   EXPECT_EQ(point.CentredTargetY, 8);
 }
 
+TEST(FourParameterRecords, APairThatNobodyHasFilledIsAllZeros) {
+  const FourParameterPoint point;
+  for (const double value :
+       {point.SourceX, point.SourceY, point.TargetX, point.TargetY, point.CentredSourceX,
+        point.CentredSourceY, point.CentredTargetX, point.CentredTargetY}) {
+    EXPECT_EQ(value, 0.0);
+  }
+}
+
 TEST(FourParameterTransformation, StartsAsTheIdentity) {
   const CMagneticConvert convert;
   const Point there = Forward(convert, {3.5, -7.25});

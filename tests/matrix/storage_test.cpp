@@ -23,6 +23,13 @@ TEST(MatrixConstruction, ADefaultMatrixIsEmpty) {
   EXPECT_EQ(empty.GetCol(), 0U);
 }
 
+TEST(MatrixConstruction, ADefaultMatrixHasItsCursorsAtTheStartAndNothingDone) {
+  const CSZMatrix empty;
+  EXPECT_EQ(empty.m_i, 0U);
+  EXPECT_EQ(empty.m_j, 0U);
+  EXPECT_EQ(empty.m_bOK, 0);
+}
+
 TEST(MatrixConstruction, OneCountMakesAColumnVectorOfZeros) {
   const CSZMatrix column(3);
   EXPECT_TRUE(SameElements(column, MatrixOf({{0}, {0}, {0}})));

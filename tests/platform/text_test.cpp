@@ -83,6 +83,7 @@ TEST(CutNarrowText, ALongTextKeepsItsFirstBytes) { EXPECT_EQ(CutNarrowText("abcd
 
 TEST(CutNarrowText, ACharacterIsNotCutInTwo) {
   EXPECT_EQ(CutNarrowText("ab\xC3\xBC", 3), "ab");
+  EXPECT_EQ(CutNarrowText("\x80\x80\x80", 2), "") << "bytes that continue nothing";
   EXPECT_EQ(CutNarrowText("\xE6\xB8\xAC"
                           "c",
                           3),
@@ -102,6 +103,11 @@ TEST(ParseInt, TextWithoutDigitsIsZero) {
   EXPECT_EQ(ParseInt(L"- 1"), 0);
   EXPECT_EQ(ParseInt(L"+-1"), 0);
   EXPECT_EQ(ParseInt(L"\u0661"), 0) << "digits of other scripts are none";
+  EXPECT_EQ(ParseInt(L"\b1"), 0) << "a control character before the tab is no blank";
+  EXPECT_EQ(ParseInt(L"\x0E"
+                     L"1"),
+            0)
+      << "nor is one after the carriage return";
 }
 
 TEST(ParseInt, ANumberBeyondTheRangeBecomesItsNearestEnd) {
@@ -123,6 +129,7 @@ TEST(ParseDouble, ReadsDecimalNumbers) {
 TEST(ParseDouble, IgnoresWhateverFollows) {
   EXPECT_EQ(ParseDouble(L"2.5[MagneticA.b]1.0"), 2.5);
   EXPECT_EQ(ParseDouble(L"1,5"), 1.0) << "a comma ends the number in every locale";
+  EXPECT_EQ(ParseDouble(L"1{5"), 1.0) << "and so does a sign beyond the letters";
   EXPECT_EQ(ParseDouble(L"1e"), 1.0);
   EXPECT_EQ(ParseDouble(L"1e+"), 1.0);
   EXPECT_EQ(ParseDouble(L"1.2.3"), 1.2);
@@ -148,6 +155,7 @@ TEST(ParseDouble, ReadsHexadecimalNumbers) {
   EXPECT_EQ(ParseDouble(L"-0XFF"), -255.0);
   EXPECT_EQ(ParseDouble(L"0x.8"), 0.5);
   EXPECT_EQ(ParseDouble(L"0x"), 0.0);
+  EXPECT_EQ(ParseDouble(L"0x."), 0.0);
   EXPECT_EQ(ParseDouble(L"0x1p"), 1.0);
   EXPECT_EQ(ParseDouble(L"0x-1"), 0.0);
 }

@@ -332,4 +332,97 @@ TEST(CalibrationQuality, TipOptionsTakeTheExpectedErrorsAsDeviations) {
   EXPECT_EQ(options.HeadingDeviation_B, 1.0);
 }
 
+TEST(CalibrationQuality, TipOptionsKeepOneDegreeForAnExpectedErrorThatIsNone) {
+  CalibrationQuality quality;
+  quality.A.Heading.RootMeanSquare = 0.0;
+  quality.B.Heading.RootMeanSquare = 0.3;
+  const tiltpole::RigorousTipOptions options = TipOptionsFrom(quality);
+  EXPECT_EQ(options.HeadingDeviation_A, 1.0);
+  EXPECT_EQ(options.HeadingDeviation_B, 0.3);
+}
+
+TEST(CalibrationQuality, ASampleIsLeftOutForAnyOneReadingThatIsNotFinite) {
+  double PoseSensorData::*const readings[] = {
+      &PoseSensorData::MagneticX_A, &PoseSensorData::MagneticY_A, &PoseSensorData::MagneticZ_A,
+      &PoseSensorData::MagneticX_B, &PoseSensorData::MagneticY_B, &PoseSensorData::MagneticZ_B};
+  for (double PoseSensorData::*const reading : readings) {
+    SimulatedSession session = IdealSession(72);
+    session.horizontal[5].*reading = std::numeric_limits<double>::quiet_NaN();
+    session.vertical[6].*reading = std::numeric_limits<double>::infinity();
+    const CalibrationQuality quality = JudgeWithDefaults(session);
+    EXPECT_EQ(quality.A.HorizontalBefore.Samples, 71);
+    EXPECT_EQ(quality.A.VerticalBefore.Samples, 71);
+    const QualityReason* reason = Find(quality, QualityCode::ReadingsNotFinite);
+    EXPECT_NE(reason, nullptr);
+  }
+}
+
+TEST(CalibrationQuality, AReportThatNobodyHasFilledIsUnusableAndAllZeros) {
+  const CalibrationQuality report;
+  EXPECT_EQ(report.Result, Verdict::Unusable);
+  EXPECT_FALSE(report.Calibrated);
+  const tiltpole::HeadingErrorAt at;
+  const tiltpole::AzimuthRange range;
+  const tiltpole::HeadingDifference& difference = report.Difference;
+  const tiltpole::MagnetometerQuality& one = report.A;
+  const tiltpole::TurnFigures& turn = one.HorizontalBefore;
+  const tiltpole::HeadingError& error = one.Heading;
+  for (const double value : {report.ScaleRatioY,
+                             report.ScaleRatioZ,
+                             report.FieldStrengthRatio,
+                             report.DipDifference,
+                             at.Heading,
+                             at.Error,
+                             at.Deviation,
+                             range.From,
+                             range.To,
+                             difference.Mean,
+                             difference.StandardDeviation,
+                             difference.Largest,
+                             report.Horizontal.CoveredPercent,
+                             one.FieldStrength,
+                             one.FieldStrengthVertical,
+                             one.Dip,
+                             turn.CentreFirst,
+                             turn.CentreSecond,
+                             turn.RadiusMean,
+                             turn.RadiusScatter,
+                             turn.RadiusScatterLargest,
+                             turn.OutOfPlaneMean,
+                             turn.OutOfPlaneScatter,
+                             turn.OutOfPlaneScatterLargest,
+                             error.Mean,
+                             error.StandardDeviation,
+                             error.RootMeanSquare,
+                             error.Largest,
+                             error.Systematic,
+                             error.Noise,
+                             error.Tilted,
+                             error.TiltedLargest}) {
+    EXPECT_EQ(value, 0.0);
+  }
+  for (const int count : {report.Horizontal.Samples, turn.Samples, one.HorizontalUsed,
+                          one.HorizontalDropped, one.VerticalUsed, one.VerticalDropped}) {
+    EXPECT_EQ(count, 0);
+  }
+}
+
+// Hosts key their own texts on the numbers, and keep them in their files.
+TEST(CalibrationQuality, TheNumberOfEachReasonNeverChanges) {
+  const QualityCode in_order[] = {
+      QualityCode::ReadingsNotFinite, QualityCode::TooFewSamples,
+      QualityCode::ReadingsAlike,     QualityCode::ReadingsOnALine,
+      QualityCode::DirectionsMissing, QualityCode::FieldDisturbed,
+      QualityCode::ScaleBeyondReach,  QualityCode::EllipseNotFitted,
+      QualityCode::NotConverged,      QualityCode::FrameOffsetFailed,
+      QualityCode::HeadingUncertain,  QualityCode::MagnetometersDisagree,
+      QualityCode::ScalesImplausible, QualityCode::StrengthImplausible,
+      QualityCode::DipSteep,          QualityCode::DipsDiffer,
+      QualityCode::SamplesDropped,    QualityCode::ParametersOfAnotherPole,
+      QualityCode::TiltsMissing,      QualityCode::TranslationUnfit,
+      QualityCode::PoleLeaned};
+  int number = 0;
+  for (const QualityCode code : in_order) EXPECT_EQ(static_cast<int>(code), ++number);
+}
+
 }  // namespace

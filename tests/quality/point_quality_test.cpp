@@ -1,6 +1,7 @@
 #include "tiltpole/quality/point_quality.h"
 
 #include <cmath>
+#include <limits>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -174,6 +175,42 @@ TEST(PointQuality, SaysSoWhenTheTipCannotBeTold) {
   const PointQuality quality = JudgePoint(impossible, kLength);
   EXPECT_EQ(quality.Limit, PointLimit::NotTold);
   EXPECT_TRUE(std::isnan(quality.Height));
+}
+
+TEST(PointQuality, AReportThatNobodyHasFilledIsAllZeros) {
+  const PointQuality report;
+  for (const double value :
+       {report.North, report.East, report.Height, report.SemiMajor, report.SemiMinor,
+        report.SemiMajorAzimuth, report.FromTilt, report.FromHeading, report.FromLength,
+        report.FromAntenna, report.Heading}) {
+    EXPECT_EQ(value, 0.0);
+  }
+  EXPECT_EQ(report.Limit, PointLimit::NotTold);
+}
+
+TEST(PointQuality, AHeadingDeviationThatIsNoneCountsAsOneDegree) {
+  const PoseSensorData sample = Measured(LeaningPole(40.0, 20.0, 100.0), 60.0);
+  const PointQuality expected = JudgePoint(sample, kLength);
+  for (const double none : {0.0, -2.0, std::numeric_limits<double>::infinity(),
+                            std::numeric_limits<double>::quiet_NaN()}) {
+    RigorousTipOptions options;
+    options.HeadingDeviation_A = none;
+    options.HeadingDeviation_B = none;
+    const PointQuality quality = JudgePoint(sample, kLength, options);
+    EXPECT_EQ(quality.Heading, expected.Heading);
+    EXPECT_EQ(quality.SemiMajor, expected.SemiMajor);
+  }
+}
+
+TEST(PointQuality, APoleWithoutLengthHasAnErrorFromTheAntennaAlone) {
+  PointDeviations deviations;
+  deviations.Length = 0.01;
+  deviations.AntennaPlane = 0.02;
+  const PointQuality quality =
+      JudgePoint(Measured(LeaningPole(40.0, 20.0, 100.0), 60.0), 0.0, {}, deviations);
+  EXPECT_EQ(quality.FromLength, 0.0);
+  EXPECT_EQ(quality.North, 0.02);
+  EXPECT_EQ(quality.Limit, PointLimit::Antenna);
 }
 
 }  // namespace

@@ -216,4 +216,18 @@ TEST(RigorousTip, CorrectingASampleChangesTheSixReadingsAlone) {
   EXPECT_EQ(corrected.Aux[2], 5.0);
 }
 
+TEST(RigorousTip, AWeightWithoutADeviationIsThatOfOneDegree) {
+  const PoseSensorData sample = WithBTurned(Measured(LeaningPole(40.0, 20.0, 100.0), 60.0), 3.0);
+  const RigorousTip expected = SolveRigorousTip(sample, kLength);
+  for (const double none : {0.0, -2.0, std::numeric_limits<double>::infinity(),
+                            std::numeric_limits<double>::quiet_NaN()}) {
+    RigorousTipOptions options;
+    options.HeadingDeviation_A = none;
+    options.HeadingDeviation_B = none;
+    const RigorousTip tip = SolveRigorousTip(sample, kLength, options);
+    EXPECT_EQ(tip.Offset.x, expected.Offset.x);
+    EXPECT_EQ(tip.Offset.y, expected.Offset.y);
+  }
+}
+
 }  // namespace

@@ -63,4 +63,44 @@ TEST(QtDrawing, AFinerRasterOfOneAndAHalfCopiesWholePicturesWithoutResampling) {
   EXPECT_EQ(to.bitmap.image, from.bitmap.image);
 }
 
+TEST(QtDrawing, ShapesWithoutAnAreaAreNotDrawn) {
+  Sheet sheet(4, 4);
+  const tiltpole::Point corner = {1, 1};
+  sheet.context.DrawRectangle({1, 1, 1, 3});
+  sheet.context.DrawRectangle({1, 1, 3, 1});
+  sheet.context.DrawEllipse({1, 1, 1, 3});
+  sheet.context.DrawEllipse({1, 1, 3, 1});
+  sheet.context.FillRectangle({1, 1, 1, 3}, Brush{kFill});
+  sheet.context.FillRectangle({1, 1, 3, 1}, Brush{kFill});
+  sheet.context.DrawPolygon(&corner, 1);
+  EXPECT_EQ(Picture(sheet.bitmap), "....\n....\n....\n....\n");
+}
+
+TEST(QtDrawing, ACopyWithoutAnAreaChangesNothing) {
+  Sheet from(2, 2);
+  from.context.FillRectangle({0, 0, 2, 2}, Brush{kFill});
+  Sheet to(2, 2);
+  to.context.CopyBlock({0, 0, 0, 2}, from.context, {0, 0}, RasterOperation::Copy);
+  to.context.CopyBlock({0, 0, 2, 0}, from.context, {0, 0}, RasterOperation::Copy);
+  EXPECT_EQ(Picture(to.bitmap), "..\n..\n");
+}
+
+TEST(QtDrawing, AMemoryContextTakesABitmapOfOnePixelAtLeastAndKeepsItsOwnWithoutOne) {
+  Sheet sheet(2, 2);
+  const auto memory = sheet.context.CreateCompatibleContext();
+  const auto bitmap = sheet.context.CreateCompatibleBitmap(0, -5);
+  ASSERT_NE(bitmap, nullptr);
+  EXPECT_EQ(static_cast<QtBitmap&>(*bitmap).image.size(), QSize(1, 1));
+  tiltpole::Bitmap* const own = memory->SelectBitmap(bitmap.get());
+  EXPECT_EQ(memory->SelectBitmap(nullptr), bitmap.get());
+  EXPECT_EQ(memory->SelectBitmap(own), bitmap.get());
+}
+
+TEST(QtDrawing, ALineThatIsShortenedToNothingFarOutsideDrawsNothing) {
+  Sheet sheet(2, 2, 1.5);
+  sheet.context.MoveTo({40000, 40000});
+  sheet.context.LineTo({50000, 50000});
+  EXPECT_EQ(Picture(sheet.bitmap), "...\n...\n...\n");
+}
+
 }  // namespace

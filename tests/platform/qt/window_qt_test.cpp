@@ -107,6 +107,35 @@ TEST(QtStaticWindow, AClientAreaWithoutPixelsIsPaintedWithoutHarm) {
   EXPECT_EQ(label.GetClientRect(), (Rect{0, 0, 0, 0}));
 }
 
+// Leaves the erasing to the base, as a control does that paints only a part of itself.
+class BareLabel : public tiltpole::StaticWindow {
+ public:
+  void OnPaint() override {
+    BeginPaint();
+    EndPaint();
+  }
+};
+
+TEST(QtStaticWindow, IsErasedInTheColourOfItsDialog) {
+  BareLabel label;
+  QPalette palette;
+  palette.setColor(QPalette::Window, QColor(10, 20, 30));
+  label.setPalette(palette);
+  label.resize(20, 10);
+  EXPECT_EQ(ShownPixel(label, 0, 0), qRgb(10, 20, 30));
+  EXPECT_EQ(ShownPixel(label, 19, 9), qRgb(10, 20, 30));
+}
+
+TEST(QtStaticWindow, TakesBackNoContextWithoutHarm) {
+  BlueLabel label;
+  label.resize(20, 10);
+  label.grab();
+  label.calls.clear();
+  label.ReleaseContext(nullptr);
+  label.grab();
+  EXPECT_TRUE(label.calls.empty());
+}
+
 TEST(QtStaticWindow, GivesALayoutItsPreferredSize) {
   const BlueLabel label;
   EXPECT_EQ(label.sizeHint(), QSize(200, 200));
@@ -115,6 +144,7 @@ TEST(QtStaticWindow, GivesALayoutItsPreferredSize) {
 TEST(QtChildWindow, IsNoWindowBeforeItIsCreated) {
   BlueChild child;
   child.resize(30, 30);
+  child.Invalidate(true);
   child.grab();
   EXPECT_EQ(child.paints, 0);
   EXPECT_EQ(child.TakeContext(), nullptr);
