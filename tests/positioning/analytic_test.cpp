@@ -106,6 +106,18 @@ TEST_F(PositionAnalytic, SpheresThatOnlyTouchDoNotMeet) {
   EXPECT_EQ(result.h, 9.0);
 }
 
+// Three centres in the plane x = 0, from the first of which the points lie a radius away on the x
+// axis: the discriminant is four times the squared radius.
+TEST_F(PositionAnalytic, SpheresMeetFromADiscriminantOfABillionthOn) {
+  const auto found_at = [this](double radius) {
+    const double r2 = radius * radius;
+    return position.GetSolvePoint(At(0.0, 0.0, 0.0), At(0.0, 1.0, 0.0), At(0.0, 1.0, 1.0), radius,
+                                  std::sqrt(r2 + 1.0), std::sqrt(r2 + 2.0), result);
+  };
+  EXPECT_EQ(found_at(1.57e-5), 0);
+  EXPECT_EQ(found_at(1.59e-5), 1);
+}
+
 // Three centres in a plane that the x axis meets at a right angle, or nearly so: the two points lie
 // on either side of it, at one height or nearly so.
 TEST_F(PositionAnalytic, OfTwoPointsAtOneHeightTheOneWithTheSmallerXIsTaken) {
