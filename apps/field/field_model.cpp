@@ -54,10 +54,8 @@ void FieldModel::FollowSource(double wall_seconds, bool samples_arrived) {
   silent_seconds_ = samples_arrived || !running ? 0.0 : silent_seconds_ + wall_seconds;
   const bool over =
       source_->State() == SourceState::Ended || source_->State() == SourceState::Broken;
-  if (IsSilent() || over) {
-    live_.reset();
-    filling_.reset();
-  }
+  if (IsSilent() || over) live_.reset();
+  if (IsSilent() || !running) filling_.reset();
 }
 
 bool FieldModel::IsSilent() const { return silent_seconds_ > kLongestSilence; }

@@ -7,22 +7,22 @@
 namespace tiltpole::field {
 namespace {
 
-constexpr int kDialsHeight = 200;
-constexpr int kValuesHeight = 178;
+// Stated, since texts that wrap make a layout take less than its parts need: the dials at their
+// smallest, the flags, the figures and two lines of text.
+constexpr int kReadingHeight = 384;
 
 }  // namespace
 
 MeasurePage::MeasurePage(FieldModel& model, NoticeBar& notices, QWidget* parent)
     : QWidget(parent),
       model_(model),
-      dials_(new Dials(this)),
-      values_(new LiveValues(model, this)),
+      reading_(new QWidget(this)),
+      dials_(new Dials(reading_)),
+      values_(new LiveValues(model, reading_)),
       point_bar_(new PointBar(model, notices, this)),
       table_(new PointsTable(model, this)) {
-  // Stated, since texts that wrap make a layout take less than its parts need.
-  dials_->setMinimumHeight(kDialsHeight);
-  values_->setMinimumHeight(kValuesHeight);
-  auto* now = new QVBoxLayout;
+  auto* now = new QVBoxLayout(reading_);
+  now->setContentsMargins(0, 0, 0, 0);
   now->setSpacing(4);
   now->addWidget(dials_, 1);
   now->addWidget(values_);
@@ -33,7 +33,7 @@ MeasurePage::MeasurePage(FieldModel& model, NoticeBar& notices, QWidget* parent)
   halves_ = new QBoxLayout(QBoxLayout::TopToBottom, this);
   halves_->setContentsMargins(0, 0, 0, 0);
   halves_->setSpacing(4);
-  halves_->addLayout(now);
+  halves_->addWidget(reading_);
   halves_->addLayout(stored, 1);
 }
 
@@ -53,6 +53,8 @@ void MeasurePage::resizeEvent(QResizeEvent* event) {
   halves_->setDirection(wide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
   // One above the other, the reading takes what it needs and the table what is left.
   halves_->setStretch(0, wide ? 1 : 0);
+  reading_->setMinimumHeight(kReadingHeight);
+  reading_->setMaximumHeight(wide ? QWIDGETSIZE_MAX : kReadingHeight);
 }
 
 }  // namespace tiltpole::field

@@ -25,6 +25,7 @@ class MeasurePage : public QWidget {
 
  private:
   FieldModel& model_;
+  QWidget* reading_;
   Dials* dials_;
   LiveValues* values_;
   PointBar* point_bar_;

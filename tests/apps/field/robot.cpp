@@ -130,6 +130,10 @@ void Robot::LookAt(QSize size, const char* picture) {
     const auto* const control = window_.findChild<QWidget*>(dial);
     if (!control->isVisible()) continue;
     EXPECT_TRUE(control->parentWidget()->rect().contains(control->geometry())) << dial;
+    const auto* const flags = window_.findChild<QWidget*>("flag_still");
+    EXPECT_LE(control->mapTo(&window_, QPoint(0, control->height())).y(),
+              flags->mapTo(&window_, QPoint()).y())
+        << dial << " is covered in " << picture << " at " << size.width();
   }
   const QString folder = qEnvironmentVariable("TILTPOLE_SCREENSHOTS");
   if (folder.isEmpty()) return;
