@@ -236,7 +236,7 @@ TEST(Report, DoesNotTakeTheParametersPlace) {
       {"calibrate", "-", "-o", folder.File("pole.txt"), "--report", folder.File("pole.txt")},
       Simulated());
   EXPECT_EQ(run.status, 2);
-  EXPECT_TRUE(Holds(run.err, "is to hold the parameters, not the report")) << run.err;
+  EXPECT_TRUE(Holds(run.err, "is named for two outputs")) << run.err;
   EXPECT_FALSE(folder.Has("pole.txt"));
 }
 

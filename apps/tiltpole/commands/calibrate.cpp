@@ -8,7 +8,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "apps/session/input_error.h"
 #include "apps/session/number_text.h"
 #include "apps/session/output_file.h"
 #include "apps/tiltpole/commands/commands.h"
@@ -83,9 +82,7 @@ std::string NameOfSession(const CalibrateOptions& options) {
 // told at once.
 std::unique_ptr<session::OutputFile> OpenReport(const CalibrateOptions& options, Console& console) {
   if (options.report.empty()) return nullptr;
-  if (options.report == options.output) {
-    throw session::OutputError(options.report + ": is to hold the parameters, not the report");
-  }
+  RefuseOneFileForTwoOutputs(options.output, options.report);
   return std::make_unique<session::OutputFile>(options.report, console.out);
 }
 
