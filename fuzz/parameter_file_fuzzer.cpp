@@ -52,8 +52,8 @@ void CompareEntry(const CParameterFile& file, const std::string& text, const std
   Require(file.ReadInt(wide_key, integer) == there, "an integer where there is an entry");
   Require(file.ReadDouble(wide_key, number) == there, "a number where there is an entry");
   Require(string == (there != 0 ? tiltpole::detail::WideText(value) : L"before"), "its text");
-#ifndef _WIN32  // whose C library reads hexadecimal numbers and long digits in its own way
   Require(integer == (there != 0 ? PlainInt(value) : -7), "its integer");
+#ifndef _WIN32  // whose C library reads hexadecimal numbers and long digits in its own way
   Require(tiltpole_test::SameBits(number, there != 0 ? std::strtod(value.c_str(), nullptr) : -7.0),
           "its number");
 #endif
