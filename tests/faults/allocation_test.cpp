@@ -293,7 +293,13 @@ class ScreeningAllocations : public Allocations {
 };
 
 using BothScreenings = ::testing::Types<CInclineSensor_Filter_XY, CInclineSensor_Filter_XZ>;
-TYPED_TEST_SUITE(ScreeningAllocations, BothScreenings);
+struct ScreeningNames {
+  template <class Screening>
+  static std::string GetName(int index) {
+    return index == 0 ? "XY" : "XZ";
+  }
+};
+TYPED_TEST_SUITE(ScreeningAllocations, BothScreenings, ScreeningNames);
 
 TYPED_TEST(ScreeningAllocations, ARecordThatCannotBeAddedStaysTheHosts) {
   // The 64th record is the first beyond the room for so many; the 90th fits the centre.

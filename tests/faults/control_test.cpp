@@ -41,7 +41,13 @@ template <class Dial>
 class DialAllocations : public ControlAllocations {};
 
 using Dials = ::testing::Types<CGraphCompass, CGraphIncline_Left>;
-TYPED_TEST_SUITE(DialAllocations, Dials);
+struct DialNames {
+  template <class Dial>
+  static std::string GetName(int index) {
+    return index == 0 ? "Compass" : "Gauge";
+  }
+};
+TYPED_TEST_SUITE(DialAllocations, Dials, DialNames);
 
 TYPED_TEST(DialAllocations, AFirstPaintThatFailsIsMadeUpForByTheNext) {
   TypeParam undisturbed;
