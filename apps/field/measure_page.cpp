@@ -9,7 +9,7 @@ namespace {
 
 // Stated, since texts that wrap make a layout take less than its parts need: the dials at their
 // smallest, the flags, the figures and two lines of text.
-constexpr int kReadingHeight = 384;
+constexpr int kReadingHeight = 390;
 
 }  // namespace
 

@@ -35,7 +35,7 @@ PointsTable::PointsTable(const FieldModel& model, QWidget* parent)
   horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   horizontalHeader()->setSectionResizeMode(kRemarks, QHeaderView::Stretch);
   horizontalHeader()->setMinimumSectionSize(34);
-  setMinimumHeight(92);
+  setMinimumHeight(84);
   QScroller::grabGesture(viewport(), QScroller::LeftMouseButtonGesture);
 }
 

@@ -14,6 +14,10 @@ class PointsTable : public QTableWidget {
   PointsTable(const FieldModel& model, QWidget* parent);
 
   void Refresh();
+  /// No more than it needs: what is left over is its stretch. Beside texts that wrap, a layout
+  /// takes the hint for the least.
+  QSize sizeHint() const override { return minimumSize(); }
+  QSize minimumSizeHint() const override { return minimumSize(); }
 
  protected:
   void resizeEvent(QResizeEvent* event) override;

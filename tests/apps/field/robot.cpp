@@ -135,6 +135,13 @@ void Robot::LookAt(QSize size, const char* picture) {
               flags->mapTo(&window_, QPoint()).y())
         << dial << " is covered in " << picture << " at " << size.width();
   }
+  const auto* const limit = window_.findChild<QWidget*>("limit");
+  const auto* const guidance = window_.findChild<QWidget*>("guidance");
+  if (limit->isVisible() && size.width() < tiltpole::field::kWideWindow) {
+    EXPECT_LE(limit->mapTo(&window_, QPoint(0, limit->height())).y(),
+              guidance->mapTo(&window_, QPoint()).y())
+        << "the reading is covered in " << picture;
+  }
   const QString folder = qEnvironmentVariable("TILTPOLE_SCREENSHOTS");
   if (folder.isEmpty()) return;
   const QString file =
