@@ -17,8 +17,9 @@ as_root() {
 missing_of() {
   local package
   for package in "$@"; do
-    case $(dpkg-query -W -f '${db:Status-Status} ' "$package" 2>/dev/null) in
-      *installed*) ;;
+    # Not to be mistaken: a package that others only mention is "not-installed".
+    case " $(dpkg-query -W -f '${db:Status-Status} ' "$package" 2>/dev/null)" in
+      *' installed '*) ;;
       *) echo "$package" ;;
     esac
   done

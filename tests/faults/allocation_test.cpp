@@ -37,6 +37,14 @@ class Allocations : public ::testing::Test {
     // A handler that allocates nothing.
     SetMessageBoxHandler([](const std::wstring&, const std::wstring&, MessageIcon) { ++shown; });
     shown = 0;
+    living_ = LivingAllocations();
+  }
+  // What the run-time keeps from its first use of files is not the library's.
+  static void SetUpTestSuite() {
+    const TemporaryFolder folder;
+    WriteBytes(folder / L"first", "1");
+    CParameterFile file;
+    file.OpenForRead(folder / L"first");
   }
   void TearDown() override {
     EXPECT_EQ(LivingAllocations(), living_);
@@ -46,7 +54,7 @@ class Allocations : public ::testing::Test {
   static int shown;
 
  private:
-  const long living_ = LivingAllocations();
+  long living_ = 0;
 };
 
 int Allocations::shown = 0;
@@ -72,8 +80,9 @@ TEST_F(Allocations, AParameterFileThatCannotBeLoadedKeepsItsText) {
   const TemporaryFolder folder;
   const std::wstring before = folder / L"a file whose path is too long for a text of its own";
   const std::wstring after_it = folder / L"another file whose path is as long as that of the first";
-  WriteBytes(before, "[a]1\r\n");
-  WriteBytes(after_it, "[a]2\r\n");
+  const std::string more = "[key]a value that needs room of its own on every system\r\n";
+  WriteBytes(before, "[a]1\r\n" + more);
+  WriteBytes(after_it, "[a]2\r\n" + more);
   const long failures = FailEachAllocation([&](long after) {
     CParameterFile file;
     file.OpenForRead(before);
@@ -85,7 +94,7 @@ TEST_F(Allocations, AParameterFileThatCannotBeLoadedKeepsItsText) {
     EXPECT_FALSE(file.IsOpen());
     return ended;
   });
-  EXPECT_GT(failures, 1);
+  EXPECT_GT(failures, 0);
 }
 
 TEST_F(Allocations, AnEntryThatCannotBeLookedUpLeavesTheValue) {
