@@ -52,6 +52,17 @@ void Library(benchmark::State& state, const Session& session) {
   for (auto _ : state) benchmark::DoNotOptimize(adjust.Adjust());
 }
 
+tiltpole::detail::Readings ReadingsOf(const std::vector<tiltpole::PoseSensorData>& samples,
+                                      bool A) {
+  tiltpole::detail::Readings readings;
+  for (const auto& s : samples) {
+    readings.x.push_back(A ? s.MagneticX_A : s.MagneticX_B);
+    readings.y.push_back(A ? s.MagneticY_A : s.MagneticY_B);
+    readings.z.push_back(A ? s.MagneticZ_A : s.MagneticZ_B);
+  }
+  return readings;
+}
+
 // The fits of both magnetometers by sums of a given width.
 void LibraryInLanes(benchmark::State& state, const Session& session, std::size_t way) {
   Silence();
@@ -60,20 +71,11 @@ void LibraryInLanes(benchmark::State& state, const Session& session, std::size_t
     state.SkipWithError("this processor has no such vectors");
     return;
   }
-  const auto matrixOf = [](const std::vector<tiltpole::PoseSensorData>& samples, bool A) {
-    Turn turn;
-    for (const auto& s : samples) {
-      turn.push_back(A ? Reading{s.MagneticX_A, s.MagneticY_A, s.MagneticZ_A}
-                       : Reading{s.MagneticX_B, s.MagneticY_B, s.MagneticZ_B});
-    }
-    return MatrixOf(turn);
-  };
   for (auto _ : state) {
     for (const bool A : {true, false}) {
       tiltpole::Incline_MagneticCorrectParameter par;
-      tiltpole::detail::CorrectionFit fit(
-          tiltpole::detail::ReadingsOf(matrixOf(session.horizontal, A)),
-          tiltpole::detail::ReadingsOf(matrixOf(session.vertical, A)), ways[way]);
+      tiltpole::detail::CorrectionFit fit(ReadingsOf(session.horizontal, A),
+                                          ReadingsOf(session.vertical, A), ways[way]);
       if (fit.Run(par) == 0) break;
       benchmark::DoNotOptimize(par);
     }
