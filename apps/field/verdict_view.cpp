@@ -68,13 +68,11 @@ QString VerdictView::Headline(const CalibrationOutcome& outcome) {
   return tr("The calibration failed. The parameters from before stay in force.");
 }
 
+// How much of each turn is covered stands in the rings beside it, by the screening's measure.
 QString VerdictView::Figures(const CalibrationQuality& quality) {
-  return tr("Expected heading error: A %1, B %2 (largest %3, %4). Upright turn %5 % covered, end "
-            "over end %6 %.")
+  return tr("Expected heading error: A %1, B %2 (largest %3, %4).")
       .arg(Degrees(quality.A.Heading.RootMeanSquare), Degrees(quality.B.Heading.RootMeanSquare),
-           Degrees(quality.A.Heading.Largest), Degrees(quality.B.Heading.Largest))
-      .arg(qRound(quality.Horizontal.CoveredPercent))
-      .arg(qRound(quality.Vertical.CoveredPercent));
+           Degrees(quality.A.Heading.Largest), Degrees(quality.B.Heading.Largest));
 }
 
 void VerdictView::ShowOutcome(const CalibrationOutcome& outcome) {
