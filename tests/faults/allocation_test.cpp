@@ -1,7 +1,7 @@
 // Every allocation of the rooms' operations fails in turn: the operation gives its result, says
 // that it failed, or throws std::bad_alloc; then the object works as if nothing had been, and
 // nothing is leaked. The matrix by itself, measuring and the calibration in the parameter file have
-// such tests in their own rooms.
+// such tests in their own rooms; screening and quality stand in turn_allocation_test.cpp.
 
 #include <cmath>
 #include <memory>
@@ -12,6 +12,7 @@
 
 #include "calibration/random_session.h"
 #include "calibration/same_bits.h"
+#include "faults/allocation_fixture.h"
 #include "faults/allocations.h"
 #include "support/temporary_folder.h"
 #include "tiltpole/tiltpole.h"
@@ -19,45 +20,15 @@
 namespace {
 
 using namespace tiltpole;
+using tiltpole_test::Allocations;
 using tiltpole_test::Ended;
 using tiltpole_test::FailEachAllocation;
-using tiltpole_test::LivingAllocations;
+using tiltpole_test::IdealTurns;
 using tiltpole_test::ReadBytes;
 using tiltpole_test::RunWithFailure;
 using tiltpole_test::SameBits;
 using tiltpole_test::TemporaryFolder;
 using tiltpole_test::WriteBytes;
-
-class Allocations : public ::testing::Test {
- protected:
-  void SetUp() override {
-#if defined(_WIN32) && !defined(TILTPOLE_STATIC_DEFINE)
-    GTEST_SKIP() << "a DLL keeps its own allocator, which a test cannot make fail";
-#endif
-    // A handler that allocates nothing.
-    SetMessageBoxHandler([](const std::wstring&, const std::wstring&, MessageIcon) { ++shown; });
-    shown = 0;
-    living_ = LivingAllocations();
-  }
-  // What the run-time keeps from its first use of files is not the library's.
-  static void SetUpTestSuite() {
-    const TemporaryFolder folder;
-    WriteBytes(folder / L"first", "1");
-    CParameterFile file;
-    file.OpenForRead(folder / L"first");
-  }
-  void TearDown() override {
-    EXPECT_EQ(LivingAllocations(), living_);
-    SetMessageBoxHandler(nullptr);
-  }
-
-  static int shown;
-
- private:
-  long living_ = 0;
-};
-
-int Allocations::shown = 0;
 
 TEST_F(Allocations, AreFailedOneByOne) {
   const long failures = FailEachAllocation([](long after) {
@@ -199,16 +170,10 @@ TEST_F(Allocations, AStepOfAFilterGivesItsEstimateOrNone) {
 
 // --- calibration
 
-// The two turns of an ideal pole.
-struct Samples {
-  void AddTo(CInclineSensor_MagneticAdjust& adjust) const {
-    for (const PoseSensorData& sample : turns.horizontal) adjust.Horizontal_Add(&sample);
-    for (const PoseSensorData& sample : turns.vertical) adjust.Vertical_Add(&sample);
-  }
-  const tiltpole_test::Session turns =
-      tiltpole_test::SessionOf(tiltpole_test::RandomTurns(tiltpole_test::Kind::Ideal, 40, 40, 5),
-                               tiltpole_test::RandomTurns(tiltpole_test::Kind::Ideal, 40, 40, 6));
-};
+void AddTo(CInclineSensor_MagneticAdjust& adjust, const tiltpole_test::Session& turns) {
+  for (const PoseSensorData& sample : turns.horizontal) adjust.Horizontal_Add(&sample);
+  for (const PoseSensorData& sample : turns.vertical) adjust.Vertical_Add(&sample);
+}
 
 TEST_F(Allocations, ASampleThatCannotBeAddedIsNotAdded) {
   const PoseSensorData sample;
@@ -225,9 +190,9 @@ TEST_F(Allocations, ASampleThatCannotBeAddedIsNotAdded) {
 }
 
 TEST_F(Allocations, ACalibrationGivesItsResultOrFailsAndCanBeRepeated) {
-  const Samples samples;
+  const tiltpole_test::Session samples = IdealTurns();
   CInclineSensor_MagneticAdjust undisturbed;
-  samples.AddTo(undisturbed);
+  AddTo(undisturbed, samples);
   ASSERT_EQ(undisturbed.Adjust(), 1);
   const auto is_as_undisturbed = [&](const CInclineSensor_MagneticAdjust& adjust) {
     return SameBits(adjust.GetCorrectPar_A(), undisturbed.GetCorrectPar_A()) &&
@@ -236,7 +201,7 @@ TEST_F(Allocations, ACalibrationGivesItsResultOrFailsAndCanBeRepeated) {
   };
   const long failures = FailEachAllocation([&](long after) {
     CInclineSensor_MagneticAdjust adjust;
-    samples.AddTo(adjust);
+    AddTo(adjust, samples);
     int result = 0;
     shown = 0;
     const Ended ended = RunWithFailure(after, [&] { result = adjust.Adjust(); });
@@ -281,106 +246,6 @@ TEST_F(Allocations, AMatrixThatCannotBeFilteredStaysAsItWas) {
     return ended;
   });
   EXPECT_GT(failures, 100);
-}
-
-// --- screening
-
-template <class Screening>
-class ScreeningAllocations : public Allocations {
- protected:
-  static void AddTurn(Screening& screening) {
-    for (int i = 0; i < 89; ++i) Add(screening, i);
-  }
-  static void Add(Screening& screening, int i) {
-    auto rec = std::make_unique<PoseSensorData>();
-    rec->MagneticX_A = 1000.0 * std::sin(0.07 * i + 0.01);
-    rec->MagneticY_A = 1000.0 * std::cos(0.07 * i + 0.01);
-    rec->MagneticZ_A = rec->MagneticY_A;
-    screening.Add(rec.get());
-    static_cast<void>(rec.release());
-  }
-};
-
-using BothScreenings = ::testing::Types<CInclineSensor_Filter_XY, CInclineSensor_Filter_XZ>;
-struct ScreeningNames {
-  template <class Screening>
-  static std::string GetName(int index) {
-    return index == 0 ? "XY" : "XZ";
-  }
-};
-TYPED_TEST_SUITE(ScreeningAllocations, BothScreenings, ScreeningNames);
-
-TYPED_TEST(ScreeningAllocations, ARecordThatCannotBeAddedStaysTheHosts) {
-  // The 64th record is the first beyond the room for so many; the 90th fits the centre.
-  for (const int records : {0, 64, 89}) {
-    FailEachAllocation([&](long after) {
-      TypeParam screening;
-      for (int i = 0; i < records; ++i) this->Add(screening, i);
-      const int rate = screening.GetRecordRate();
-      auto rec = std::make_unique<PoseSensorData>();
-      const Ended ended = RunWithFailure(after, [&] { screening.Add(rec.get()); });
-      if (ended == Ended::Thrown) {
-        EXPECT_EQ(screening.GetRecordRate(), rate);
-      } else {
-        static_cast<void>(rec.release());
-      }
-      return ended;
-    });
-  }
-}
-
-TYPED_TEST(ScreeningAllocations, AFilterThatHadNoRoomCanBeRepeated) {
-  TypeParam undisturbed;
-  this->AddTurn(undisturbed);
-  const std::unique_ptr<PoseSensorDataArray> expected(undisturbed.Filter());
-  ASSERT_NE(expected, nullptr);
-  const int complete = undisturbed.IsComplete(expected.get());
-  const long failures = FailEachAllocation([&](long after) {
-    TypeParam screening;
-    this->AddTurn(screening);
-    std::unique_ptr<PoseSensorDataArray> kept;
-    const Ended ended = RunWithFailure(after, [&] { kept.reset(screening.Filter()); });
-    if (ended != Ended::Done) kept.reset(screening.Filter());
-    EXPECT_EQ(kept->GetSize(), expected->GetSize());
-    EXPECT_EQ(screening.IsComplete(kept.get()), complete);
-    return ended;
-  });
-  EXPECT_GT(failures, 3);
-}
-
-TYPED_TEST(ScreeningAllocations, ASelectionThatHadNoRoomChangesNothing) {
-  TypeParam screening;
-  this->AddTurn(screening);
-  const std::unique_ptr<PoseSensorDataArray> kept(screening.Filter());
-  const int size = kept->GetSize();
-  const long failures = FailEachAllocation([&](long after) {
-    std::unique_ptr<PoseSensorDataArray> selected;
-    const Ended ended =
-        RunWithFailure(after, [&] { selected.reset(screening.Select(kept.get(), 20)); });
-    EXPECT_EQ(selected != nullptr, ended == Ended::Done);
-    EXPECT_EQ(kept->GetSize(), size);
-    return ended;
-  });
-  EXPECT_GT(failures, 1);
-}
-
-// --- quality
-
-TEST_F(Allocations, AJudgementThatHadNoRoomThrows) {
-  const Samples samples;
-  const long judged = FailEachAllocation([&](long after) {
-    return RunWithFailure(after, [&] {
-      JudgeCalibration(samples.turns.horizontal, samples.turns.vertical, {}, {}, {});
-    });
-  });
-  EXPECT_GT(judged, 3);
-  const std::vector<std::wstring> messages = {L"The ellipse fitting fails, please recalibrate!"};
-  const long failed = FailEachAllocation([&](long after) {
-    return RunWithFailure(after, [&] {
-      JudgeFailedCalibration(samples.turns.horizontal, samples.turns.vertical, messages);
-    });
-  });
-  EXPECT_GT(failed, 3);
 }
 
 // --- text

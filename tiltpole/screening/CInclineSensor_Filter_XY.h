@@ -45,8 +45,10 @@ class Turn;
 /// but its records stay the object's: it must not be used after Clear(). The object cannot be
 /// copied.
 ///
-/// No operation shows a message. Where memory runs out, std::bad_alloc leaves the operation; a
-/// record that could not be added stays the host's. One thread uses an object.
+/// **Failure.** No operation shows a message. Nothing is thrown but std::bad_alloc, where memory
+/// runs out, from Add(), Sort_ByAzimuth(), Filter(), Select() and the three filters that Filter()
+/// is made of. The set and the arrays then hold what they held, in its order, and the operation can
+/// be repeated. One thread uses an object.
 class TILTPOLE_EXPORT CInclineSensor_Filter_XY {
  public:
   CInclineSensor_Filter_XY();
@@ -61,7 +63,8 @@ class TILTPOLE_EXPORT CInclineSensor_Filter_XY {
   /// costs time in proportion to the set.
   ///
   /// @param[in] rec  a record made with `new`, its magnetometer A and Tag filled in; null is
-  ///                 ignored. Adding one twice counts it twice; it is deleted once.
+  ///                 ignored. Adding one twice counts it twice; it is deleted once. It stays the
+  ///                 host's where std::bad_alloc is thrown.
   void Add(PoseSensorData* rec);
 
   /// Deletes every record of the set, empties it and makes the centre invalid: the next turn gets
