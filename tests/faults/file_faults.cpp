@@ -57,9 +57,8 @@ bool Fails(FileCall call) {
   return true;
 }
 
-int Removing(FileCall call, int result) {
+void Removing(FileCall call) {
   if (IsDue(call, Fault::Remove)) unlink(removed.c_str());
-  return result;
 }
 
 }  // namespace
@@ -89,7 +88,10 @@ bool StopFileFaults() {
 extern "C" {
 
 std::FILE* __wrap_fopen(const char* path, const char* mode) {
-  return Fails(FileCall::Open) ? nullptr : __real_fopen(path, mode);
+  if (Fails(FileCall::Open)) return nullptr;
+  std::FILE* const file = __real_fopen(path, mode);
+  Removing(FileCall::Open);
+  return file;
 }
 
 int __wrap_fstat(int handle, struct stat* status) {
@@ -131,7 +133,9 @@ int __wrap_rename(const char* from, const char* to) {
 
 int __wrap_access(const char* path, int mode) {
   if (Fails(FileCall::Access)) return -1;
-  return Removing(FileCall::Access, __real_access(path, mode));
+  const int result = __real_access(path, mode);
+  Removing(FileCall::Access);
+  return result;
 }
 
 int __wrap_ferror(std::FILE* file) { return stream_error ? 1 : __real_ferror(file); }
