@@ -71,6 +71,14 @@ TEST(Draw, APictureOfOnePixelIsAPicture) {
   EXPECT_EQ(Draw({"gauges", "--size", "1", "1"}).image.size(), QSize(1, 1));
 }
 
+TEST(Draw, ADashIsStandardOutput) {
+  const ProgramRun run = RunProgram({"draw", "compass", "--size", "31", "21", "-o", "-"});
+  EXPECT_EQ(run.status, 0);
+  const QImage image =
+      QImage::fromData(QByteArray(run.out.data(), static_cast<int>(run.out.size())), "PNG");
+  EXPECT_EQ(image.size(), QSize(31, 21));
+}
+
 TEST(Draw, ASizeThatNoPictureHasIsAnError) {
   for (const char* const width : {"0", "-1", "10001", "wide"}) {
     const auto drawn = Draw({"compass", "--size", width, "300"});
@@ -166,7 +174,7 @@ TEST(Draw, IntoAMissingFolderIsAnError) {
   const TemporaryFolder folder;
   const auto run = RunProgram({"draw", "compass", "-o", folder.File("missing/compass.png")});
   EXPECT_EQ(run.status, 2);
-  EXPECT_NE(run.err.find("cannot be written"), std::string::npos) << run.err;
+  EXPECT_NE(run.err.find("cannot be opened for writing"), std::string::npos) << run.err;
   EXPECT_EQ(folder.CountFiles(), 0);
 }
 

@@ -1,6 +1,8 @@
 // tiltpole draw: the controls as pictures, rendered without a screen.
 
 #include <QApplication>
+#include <QBuffer>
+#include <QByteArray>
 #include <QImage>
 #include <QPainter>
 #include <memory>
@@ -56,10 +58,15 @@ class OffScreen {
   std::unique_ptr<QApplication> application_;
 };
 
-void Save(const QImage& image, const PictureOptions& options) {
-  session::PendingFile file(options.output);
-  const QString path = QString::fromStdU16String(file.Path().u16string());
-  if (!image.save(path, "PNG")) throw session::OutputError(options.output + ": cannot be written");
+// Made in memory first: an image that writes its own file does not tell of a full disk.
+void Save(const QImage& image, const PictureOptions& options, Console& console) {
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  if (!buffer.open(QIODevice::WriteOnly) || !image.save(&buffer, "PNG")) {
+    throw session::OutputError(options.output + ": cannot be drawn in this size");
+  }
+  session::OutputFile file(options.output, console.out);
+  file.Stream().write(bytes.constData(), bytes.size());
   file.Commit();
 }
 
@@ -71,16 +78,16 @@ QImage RenderDial(Dial& dial, int width, int height, const DialOptions& options)
   return dial.grab().toImage();
 }
 
-int DrawCompass(const DialOptions& options, Console& /*console*/) {
+int DrawCompass(const DialOptions& options, Console& console) {
   const OffScreen screen;
   CGraphCompass compass;
   Save(RenderDial(compass, options.picture.size[0], options.picture.size[1], options),
-       options.picture);
+       options.picture, console);
   return kDone;
 }
 
 // The two gauges of a pair, side by side as a host places them.
-int DrawGauges(const DialOptions& options, Console& /*console*/) {
+int DrawGauges(const DialOptions& options, Console& console) {
   const OffScreen screen;
   const int width = options.picture.size[0];
   const int height = options.picture.size[1];
@@ -91,7 +98,7 @@ int DrawGauges(const DialOptions& options, Console& /*console*/) {
   painter.drawImage(0, 0, RenderDial(left, width / 2, height, options));
   painter.drawImage(width / 2, 0, RenderDial(right, width - width / 2, height, options));
   painter.end();
-  Save(both, options.picture);
+  Save(both, options.picture, console);
   return kDone;
 }
 
@@ -130,7 +137,7 @@ int DrawPlot(const PlotOptions& options, Console& console) {
   const OffScreen screen;
   Save(options.plane == "xz" ? RenderPlot<CGraphMagnetic_XZ>(options, console)
                              : RenderPlot<CGraphMagnetic_XY>(options, console),
-       options.picture);
+       options.picture, console);
   return kDone;
 }
 
