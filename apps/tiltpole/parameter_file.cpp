@@ -90,6 +90,15 @@ std::string Joined(const std::vector<std::string>& parts) {
   return text;
 }
 
+// Saving does not report a full disk.
+bool IsWhole(const fs::path& path) {
+  try {
+    return ReadParameterFile(path.u8string()).problems.empty();
+  } catch (const InputError&) {
+    return false;
+  }
+}
+
 }  // namespace
 
 ParameterFileContent ReadParameterFile(const std::string& path) {
@@ -125,8 +134,7 @@ void WriteParameterFile(const std::string& path, const CInclineSensor_Position& 
   if (position.ConfigSave(pending.Path().wstring()) == 0) {
     throw session::OutputError(path + ": cannot be opened for writing");
   }
-  // Saving does not report a full disk.
-  if (!ReadParameterFile(pending.Path().u8string()).problems.empty()) {
+  if (!IsWhole(pending.Path())) {
     throw session::OutputError(path + ": cannot be written to its end");
   }
   pending.Commit();
