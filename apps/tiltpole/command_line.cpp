@@ -27,26 +27,25 @@ constexpr const char* kFooter =
     "Exit status: 0 done; 1 the data could not be used, the messages say why; 2 wrong usage,\n"
     "unreadable input or an output that cannot be written.";
 
+int Fail(const char* what, ExitStatus status, Console& console) {
+  console.err << "tiltpole: " << what << std::endl;
+  return status;
+}
+
 int RunAction(const Action& action, Console& console) {
   const MessagesToStream messages(console.err);
-  const auto fail = [&console](const char* what, int status) {
-    console.err << "tiltpole: " << what << std::endl;
-    return status;
-  };
   try {
     return action(console);
   } catch (const DataError& error) {
-    return fail(error.what(), kDataUnusable);
+    return Fail(error.what(), kDataUnusable, console);
   } catch (const std::bad_alloc&) {
-    return fail("there is not enough memory", kWrongUsage);
+    return Fail("there is not enough memory", kWrongUsage, console);
   } catch (const std::exception& error) {
-    return fail(error.what(), kWrongUsage);
+    return Fail(error.what(), kWrongUsage, console);
   }
 }
 
-}  // namespace
-
-int RunCommandLine(const std::vector<std::string>& arguments, Console& console) {
+int ParseAndRun(const std::vector<std::string>& arguments, Console& console) {
   CLI::App program("Measure with a tilted survey pole.", "tiltpole");
   program.set_version_flag("--version", "tiltpole " TILTPOLE_VERSION);
   program.require_subcommand(1);
@@ -62,6 +61,15 @@ int RunCommandLine(const std::vector<std::string>& arguments, Console& console) 
     return program.exit(error, console.out, console.err) == 0 ? kDone : kWrongUsage;
   }
   return RunAction(action, console);
+}
+
+}  // namespace
+
+int RunCommandLine(const std::vector<std::string>& arguments, Console& console) {
+  const int status = ParseAndRun(arguments, console);
+  // A summary or a help that nobody can have read is no success, even where all files are written.
+  if (console.out.flush() || status != kDone) return status;
+  return Fail("standard output: cannot be written to its end", kWrongUsage, console);
 }
 
 }  // namespace tiltpole::cli

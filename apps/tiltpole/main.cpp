@@ -14,6 +14,8 @@
 #include <fcntl.h>
 #include <io.h>
 #else
+#include <csignal>
+
 #include <unistd.h>
 #endif
 
@@ -52,7 +54,9 @@ std::vector<std::string> Arguments(int count, char** values) {
 
 bool ErrorIsTerminal() { return isatty(STDERR_FILENO) != 0; }
 
-void PrepareStreams() {}
+// A file that outgrows the limit of the shell is told like a full disk, and does not end the
+// program between an output and its clearing up.
+void PrepareStreams() { std::signal(SIGXFSZ, SIG_IGN); }
 #endif
 
 }  // namespace
@@ -62,7 +66,5 @@ int main(int count, char** values) {
   std::cin.tie(nullptr);
   PrepareStreams();
   tiltpole::cli::Console console{std::cin, std::cout, std::cerr, ErrorIsTerminal()};
-  const int status = tiltpole::cli::RunCommandLine(Arguments(count, values), console);
-  std::cout.flush();
-  return status;
+  return tiltpole::cli::RunCommandLine(Arguments(count, values), console);
 }
