@@ -19,26 +19,19 @@ The exit status is 0 when at least 95 % of the mutants that compile and differ w
 import argparse
 import collections
 import concurrent.futures
-import hashlib
-import os
-import pathlib
 import queue
 import random
 import re
-import resource
-import shutil
-import subprocess
 import sys
 import time
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
-WORK = ROOT / "build" / "mutants"
+from mutation.places import ROOT, mutants_of_room
+from mutation.workshop import Workshop
+
 EQUIVALENT = ROOT / "scripts" / "equivalent_mutants.txt"
-# What the library and its tests are built from.
-COPIED = ["CMakeLists.txt", "LICENSE", "README.md", "cmake", "docs", "scripts", "tests", "tiltpole"]
-# A change in the records shows where hosts meet it, in the headings, too.
+# A change in the records shows where hosts meet it, in headings and in azimuths, too.
 ROOMS = {
-    "records": ["tests_records", "tests_positioning"],
+    "records": ["tests_records", "tests_positioning", "tests_screening"],
     "matrix": ["tests_matrix"],
     "estimation": ["tests_estimation"],
     "positioning": ["tests_positioning"],
@@ -47,83 +40,6 @@ ROOMS = {
     "quality": ["tests_quality"],
 }
 LEAST_CAUGHT = 0.95
-MEMORY_LIMIT = 8 << 30
-
-Mutant = collections.namedtuple("Mutant", "id path line start end new before after")
-
-
-# --- which mutants there are -------------------------------------------------------------------
-
-NOT_CODE = re.compile(
-    r"""//[^\n]*|/\*.*?\*/|"(?:\\.|[^"\\\n])*"|'(?:\\.|[^'\\\n])+'|^[ ]*\#(?:\\\n|[^\n])*"""
-    r"""|^[ ]*(?:static_assert|using|namespace)\b[^;{]*""",
-    re.S | re.M | re.X,
-)
-# The formatter puts spaces around binary operators, and none inside of template brackets or
-# between a type and its * or &.
-BINARY = re.compile(r"(?<= )(\+|-|\*|/|<=|>=|<|>|==|!=|&&|\|\||\+=|-=|\*=|/=)(?=[ \n])")
-OTHER_OPERATOR = {
-    "+": "-", "-": "+", "*": "/", "/": "*", "<": "<=", "<=": "<", ">": ">=", ">=": ">",
-    "==": "!=", "!=": "==", "&&": "||", "||": "&&", "+=": "-=", "-=": "+=", "*=": "/=", "/=": "*=",
-}
-NEGATION = re.compile(r"!(?=[\w(:])|(?<=[(\[{])-(?=[\w(:])|(?<=[,=<>?:&|+*/] )-(?=[\w(:])"
-                      r"|(?<=return )-(?=[\w(:])")
-STEP = re.compile(r"\+\+|--")
-OTHER_STEP = {"++": "--", "--": "++"}
-WORD = re.compile(r"\b(true|false|std::min|std::max)\b")
-OTHER_WORD = {"true": "false", "false": "true", "std::min": "std::max", "std::max": "std::min"}
-NUMBER = re.compile(r"(?<![\w.])(\d[\d']*\.\d*(?:[eE][+-]?\d+)?|\d+[eE][+-]?\d+|\d[\d']*)([uUlL]*)"
-                    r"(?![\w.])")
-
-
-def blanked(text):
-    """The text with comments, strings and directives overwritten by spaces."""
-    return NOT_CODE.sub(lambda m: re.sub(r"[^\n]", " ", m.group()), text)
-
-
-def other_numbers(number, suffix):
-    if number.isdigit():
-        value = int(number)
-        return [f"{n}{suffix}" for n in (value + 1, value - 1) if n >= 0]
-    value = float(number.replace("'", ""))
-    if value == 0.0:
-        return ["1.0"]
-    return [repr(value * 1.125), repr(value * 0.875)]
-
-
-def changes(code):
-    for m in BINARY.finditer(code):
-        yield m.start(1), m.end(1), OTHER_OPERATOR[m.group(1)]
-    for m in NEGATION.finditer(code):
-        yield m.start(), m.end(), ""
-    for m in STEP.finditer(code):
-        yield m.start(), m.end(), OTHER_STEP[m.group()]
-    for m in WORD.finditer(code):
-        yield m.start(), m.end(), OTHER_WORD[m.group()]
-    for m in NUMBER.finditer(code):
-        for new in other_numbers(*m.groups()):
-            yield m.start(), m.end(), new
-
-
-def mutants_of_file(path):
-    text = path.read_text()
-    name = str(path.relative_to(ROOT))
-    seen = collections.Counter()
-    for start, end, new in sorted(changes(blanked(text))):
-        first = text.rfind("\n", 0, start) + 1
-        last = text.find("\n", start)
-        before = text[first:last].strip()
-        after = (text[first:start] + new + text[end:last]).strip()
-        seen[before, after] += 1
-        # Named by what it changes, not by where, so that a name outlives edits above it.
-        key = f"{name}\n{before}\n{after}\n{seen[before, after]}"
-        ident = hashlib.sha1(key.encode()).hexdigest()[:8]
-        yield Mutant(ident, name, text.count("\n", 0, start) + 1, start, end, new, before, after)
-
-
-def mutants_of_room(room):
-    files = sorted(p for p in (ROOT / "tiltpole" / room).rglob("*") if p.suffix in (".h", ".cpp"))
-    return [m for path in files for m in mutants_of_file(path)]
 
 
 def known_equivalents():
@@ -137,103 +53,6 @@ def known_equivalents():
     return known
 
 
-# --- trying one --------------------------------------------------------------------------------
-
-
-def limits(cpu_seconds):
-    def apply():
-        resource.setrlimit(resource.RLIMIT_CPU, (cpu_seconds, cpu_seconds + 1))
-        resource.setrlimit(resource.RLIMIT_AS, (MEMORY_LIMIT, MEMORY_LIMIT))
-        resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
-    return apply
-
-
-class Worker:
-    """A copy of the tree and its build."""
-
-    def __init__(self, number, room):
-        self.programs = ROOMS[room]
-        self.tree = WORK / str(number) / "tree"
-        self.build = WORK / str(number) / "build"
-        self.cpu_limits = {}
-
-    def prepare(self):
-        self.tree.mkdir(parents=True, exist_ok=True)
-        for name in COPIED:
-            self.copy(ROOT / name, self.tree / name)
-        configure = ["cmake", "-S", self.tree, "-B", self.build, "-G", "Ninja",
-                     "-DCMAKE_BUILD_TYPE=", "-DCMAKE_CXX_FLAGS=-O1 -w",
-                     "-DTILTPOLE_WARNINGS_AS_ERRORS=OFF", "-DTILTPOLE_WINDOWING=none",
-                     "-DTILTPOLE_BUILD_APPS=OFF",
-                     "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST"]
-        if shutil.which("ccache"):
-            configure.append("-DCMAKE_CXX_COMPILER_LAUNCHER=ccache")
-        subprocess.run(configure, check=True, stdout=subprocess.DEVNULL)
-        if not self.make(*self.programs):
-            sys.exit("the unchanged tree does not build")
-        for program in self.programs:
-            before = resource.getrusage(resource.RUSAGE_CHILDREN)
-            if self.run(program, 600) != "survived":
-                sys.exit(f"{program} fails without any change")
-            after = resource.getrusage(resource.RUSAGE_CHILDREN)
-            used = after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime
-            self.cpu_limits[program] = int(4 * used) + 5
-
-    @staticmethod
-    def copy(source, target):
-        """Overwrites only what differs, so that an unchanged file is not built again."""
-        if source.is_dir():
-            if target.exists():
-                for gone in {p.name for p in target.iterdir()} - {p.name for p in source.iterdir()}:
-                    path = target / gone
-                    shutil.rmtree(path) if path.is_dir() else path.unlink()
-            target.mkdir(exist_ok=True)
-            for child in source.iterdir():
-                Worker.copy(child, target / child.name)
-        elif not target.exists() or target.read_bytes() != source.read_bytes():
-            shutil.copy(source, target)
-
-    def make(self, *programs):
-        environment = dict(os.environ, CCACHE_BASEDIR=str(self.tree.parent), CCACHE_NOHASHDIR="1")
-        return subprocess.run(["ninja", "-C", self.build, "-j1", *programs], env=environment,
-                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode == 0
-
-    def run(self, program, cpu_seconds):
-        path = next(p for p in self.build.glob(f"tests/*/{program}") if p.is_file())
-        # The same drawn samples for every mutant.
-        environment = dict(os.environ, RC_PARAMS="seed=1")
-        try:
-            status = subprocess.run([path, "--gtest_fail_fast", "--gtest_brief=1"], env=environment,
-                                    cwd=self.build, stdin=subprocess.DEVNULL,
-                                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                                    timeout=60 * cpu_seconds,
-                                    preexec_fn=limits(cpu_seconds)).returncode
-        except subprocess.TimeoutExpired:
-            return "timed out"
-        # The kernel's signals for a program that used up its processor time.
-        if status in (-24, -9):
-            return "timed out"
-        return "survived" if status == 0 else "caught"
-
-    def outcome(self, mutant):
-        path = self.tree / mutant.path
-        text = (ROOT / mutant.path).read_text()
-        path.write_text(text[:mutant.start] + mutant.new + text[mutant.end:])
-        try:
-            for program in self.programs:
-                if not self.make(program):
-                    return "no build"
-                result = self.run(program, self.cpu_limits[program])
-                if result != "survived":
-                    return result
-            return "survived"
-        finally:
-            path.write_text(text)
-
-
-# --- all of them -------------------------------------------------------------------------------
-
-
 def show(mutant):
     return f"  {mutant.path}:{mutant.line}\n    - {mutant.before}\n    + {mutant.after}"
 
@@ -242,16 +61,14 @@ def try_all(room, mutants, jobs):
     """Yields (mutant, outcome) as they come."""
     idle = queue.Queue()
     for number in range(jobs):
-        worker = Worker(number, room)
-        worker.prepare()
-        idle.put(worker)
+        idle.put(Workshop(number, ROOMS[room]))
 
     def try_one(mutant):
-        worker = idle.get()
+        workshop = idle.get()
         try:
-            return mutant, worker.outcome(mutant)
+            return mutant, workshop.outcome(mutant)
         finally:
-            idle.put(worker)
+            idle.put(workshop)
 
     pool = concurrent.futures.ThreadPoolExecutor(jobs)
     try:
@@ -265,9 +82,9 @@ def report(room, of, counts, seconds):
     tried = counts["caught"] + counts["timed out"] + counts["survived"]
     share = (counts["caught"] + counts["timed out"]) / tried if tried else 1.0
     print(f"{room}: {of} mutants, {sum(counts.values())} tried, {counts['no build']} did not build, "
-          f"{counts['equivalent']} equivalent, {counts['caught']} caught, "
-          f"{counts['timed out']} timed out, {counts['survived']} survived: "
-          f"{100 * share:.1f} % caught, {seconds:.0f} s", flush=True)
+          f"{counts['same code']} changed no code, {counts['equivalent']} equivalent, "
+          f"{counts['caught']} caught, {counts['timed out']} timed out, "
+          f"{counts['survived']} survived: {100 * share:.1f} % caught, {seconds:.0f} s", flush=True)
     return share >= LEAST_CAUGHT
 
 
