@@ -1,3 +1,5 @@
+#include <iterator>
+
 #include <gtest/gtest.h>
 
 #include "tiltpole/records/Incline_MagneticCorrectParameter.h"
@@ -36,6 +38,12 @@ TEST(PoseSensorData, StartsAtZeroButForTheHostAngleAndTheForwardFlag) {
   EXPECT_EQ(sample.HostAngle, 90.0);
   EXPECT_EQ(sample.Azimuth, 0.0);
   EXPECT_EQ(sample.Forward, 1);
+}
+
+TEST(PoseSensorData, HasRoomForHourMinuteAndSecondAndForSevenNumbersOfTheHost) {
+  const PoseSensorData sample;
+  EXPECT_EQ(std::size(sample.Tag.Value), 3U);
+  EXPECT_EQ(std::size(sample.Aux), 7U);
 }
 
 TEST(PoseSensorData, ACopyCarriesTheHostsOwnFields) {
@@ -129,6 +137,13 @@ TEST(xyhCoordinate, StartsAtTheOrigin) {
   EXPECT_EQ(position.x, 0.0);
   EXPECT_EQ(position.y, 0.0);
   EXPECT_EQ(position.h, 0.0);
+}
+
+TEST(MagneticReading, StartsWithoutAnyField) {
+  const MagneticReading reading;
+  EXPECT_EQ(reading.X, 0.0);
+  EXPECT_EQ(reading.Y, 0.0);
+  EXPECT_EQ(reading.Z, 0.0);
 }
 
 TEST(MagneticCorrection, TheDefaultOnlyChangesTheSignsOfYAndZ) {

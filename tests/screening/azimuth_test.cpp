@@ -88,6 +88,8 @@ TYPED_TEST(RotationAzimuth, AnOffsetOfExactlyTheEpsilonTakesTheLastRowThatFits) 
   EXPECT_NEAR(this->AzimuthOf(kEpsilon, 1.0), 360.0, 1e-4);
   EXPECT_NEAR(this->AzimuthOf(kEpsilon, -1.0), 360.0, 1e-4);
   EXPECT_EQ(this->AzimuthOf(kEpsilon, kEpsilon), 315.0);
+  // 360 less the angle, which the epsilon takes that little below 90.
+  EXPECT_GT(this->AzimuthOf(-1.0, kEpsilon), 270.0);
 }
 
 TYPED_TEST(RotationAzimuth, AnAngleBelowTheEpsilonMovesUpByAFullCircle) {
