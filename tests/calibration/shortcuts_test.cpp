@@ -163,6 +163,25 @@ TEST(RemoveSlopes, ACycleCostsAsManyFitsAsItIsLong) {
   EXPECT_LT(fits, 20);
 }
 
+TEST(RemoveSlopes, TermsRestOnlyBelowTheTolerance) {
+  CrossTermMoves<1> moved;
+  for (const double sign : {1.0, -1.0}) {
+    moved.sum = {sign * std::nextafter(1e-10, 0.0)};
+    EXPECT_TRUE(moved.AtRest());
+    moved.sum = {sign * 1e-10};
+    EXPECT_FALSE(moved.AtRest());
+  }
+  moved.sum = {std::numeric_limits<double>::quiet_NaN()};
+  EXPECT_FALSE(moved.AtRest());
+}
+
+TEST(RemoveSlopes, StepsOfExactlyTheToleranceGoOnUntilTheyAreUsedUp) {
+  std::array<double, 1> terms = {0.0};
+  const auto slopes = [](const std::array<double, 1>&) { return std::array<double, 1>{-1e-10}; };
+  EXPECT_TRUE(RemoveSlopes(terms, 1.0, slopes, 5).ranOut);
+  EXPECT_NEAR(terms[0], 5e-10, 1e-20);
+}
+
 TEST(Recurrence, TellsHowLongAgoAStateWasMet) {
   Recurrence<1> recurrence;
   EXPECT_EQ(recurrence.StepsSince({1.0}), 0);

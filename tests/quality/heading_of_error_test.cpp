@@ -160,22 +160,128 @@ TurnReadings ReadingsOf(const std::vector<Attitude>& poles, const ErrorRow& term
   return readings;
 }
 
+struct TwoTurns {
+  TurnReadings horizontal;
+  TurnReadings vertical;
+};
+
+// Two steady turns, the vertical one about y with the pole facing 25 degrees.
+TwoTurns SteadyTurns(const ErrorRow& terms, int count = 120) {
+  std::vector<Attitude> horizontal;
+  std::vector<Attitude> vertical;
+  for (int i = 0; i < count; ++i) {
+    const double angle = 360.0 * i / count;
+    horizontal.push_back(LeaningPole(angle, 0.0, 0.0));
+    vertical.push_back(Product(LeaningPole(25.0, 0.0, 0.0), Turn(kY, angle * kDegree)));
+  }
+  return {ReadingsOf(horizontal, terms, 2500.0), ReadingsOf(vertical, terms, 2500.0)};
+}
+
+void ExpectTerms(const SensorError& error, const ErrorRow& terms) {
+  ASSERT_TRUE(error.Told);
+  for (std::size_t i = 0; i < kErrorTerms; ++i) EXPECT_NEAR(error.Terms[i], terms[i], 1e-6) << i;
+}
+
 TEST(SensorErrorEstimate, ASmallErrorIsFoundTermByTermFromTwoSteadyTurns) {
   Random random(4);
   const ErrorRow terms = RandomTerms(random, 1e-4);
-  std::vector<Attitude> horizontal;
-  std::vector<Attitude> vertical;
-  for (int i = 0; i < 120; ++i) {
-    horizontal.push_back(LeaningPole(3.0 * i, 0.0, 0.0));
-    vertical.push_back(Product(LeaningPole(25.0, 0.0, 0.0), Turn(kY, 3.0 * i * kDegree)));
-  }
-  const SensorError error = EstimateSensorError(ReadingsOf(horizontal, terms, 2500.0),
-                                                ReadingsOf(vertical, terms, 2500.0));
-  ASSERT_TRUE(error.Told);
+  const TwoTurns turns = SteadyTurns(terms);
+  const SensorError error = EstimateSensorError(turns.horizontal, turns.vertical);
+  ExpectTerms(error, terms);
   EXPECT_NEAR(error.HorizontalField, 2500.0, 1.0);
   EXPECT_NEAR(error.Down, kDown, 1e-3);
   EXPECT_LT(error.Noise, 1e-6);
-  for (std::size_t i = 0; i < kErrorTerms; ++i) EXPECT_NEAR(error.Terms[i], terms[i], 1e-6) << i;
+}
+
+// A small error of the tilts is a large one of the vertical there.
+TEST(SensorErrorEstimate, SamplesNearLyingFlatAreLeftOut) {
+  Random random(5);
+  const ErrorRow terms = RandomTerms(random, 1e-4);
+  for (const double along_the_pole : {0.349, 0.351}) {
+    TwoTurns turns = SteadyTurns(terms);
+    const double side = std::sqrt(1.0 - along_the_pole * along_the_pole);
+    turns.vertical.Field.push_back(2500.0 * Vector3{1.0, 0.3, -1.4});
+    turns.vertical.Up.push_back({side, 0.0, along_the_pole});
+    const SensorError error = EstimateSensorError(turns.horizontal, turns.vertical);
+    if (along_the_pole < 0.35) {
+      ExpectTerms(error, terms);
+    } else {
+      EXPECT_GT(error.Noise +
+                    std::fabs(error.Terms[tiltpole::detail::kOx] - terms[tiltpole::detail::kOx]),
+                1e-5);
+    }
+  }
+}
+
+// Turned over, the vertical differs along z alone: by twice the field's part there, times its own.
+TEST(SensorErrorEstimate, SamplesThatDoNotTellTheirSideAreLeftOut) {
+  Random random(6);
+  const ErrorRow terms = RandomTerms(random, 1e-4);
+  for (const double split : {0.199, 0.201}) {
+    TwoTurns turns = SteadyTurns(terms);
+    const double z = 0.5 * split / 0.8;
+    turns.vertical.Field.push_back(4000.0 * Vector3{std::sqrt(1.0 - z * z), 0.0, -z});
+    turns.vertical.Up.push_back({-0.6, 0.0, 0.8});
+    const SensorError error = EstimateSensorError(turns.horizontal, turns.vertical);
+    if (split < 0.2) {
+      ExpectTerms(error, terms);
+    } else {
+      EXPECT_GT(std::fabs(error.Terms[tiltpole::detail::kEzx] - terms[tiltpole::detail::kEzx]),
+                1e-5);
+    }
+  }
+}
+
+TEST(SensorErrorEstimate, WithFewerThanEightSamplesOfATurnNothingIsTold) {
+  Random random(7);
+  const TwoTurns turns = SteadyTurns(RandomTerms(random, 1e-4));
+  const auto thinned = [](const TurnReadings& turn, std::size_t count) {
+    TurnReadings few;
+    for (std::size_t i = 0; i < count; ++i) {
+      // Not those that lie flat, which count for nothing.
+      const std::size_t at = i % 2 == 0 ? 2 * i : 60 + 2 * i;
+      few.Field.push_back(turn.Field[at]);
+      few.Up.push_back(turn.Up[at]);
+    }
+    return few;
+  };
+  EXPECT_TRUE(EstimateSensorError(thinned(turns.horizontal, 8), turns.vertical).Told);
+  EXPECT_FALSE(EstimateSensorError(thinned(turns.horizontal, 7), turns.vertical).Told);
+  EXPECT_TRUE(EstimateSensorError(turns.horizontal, thinned(turns.vertical, 8)).Told);
+  EXPECT_FALSE(EstimateSensorError(turns.horizontal, thinned(turns.vertical, 7)).Told);
+  EXPECT_FALSE(EstimateSensorError({}, turns.vertical).Told);
+  EXPECT_FALSE(EstimateSensorError(turns.horizontal, {}).Told);
+}
+
+// Over many sensors with the same noise the estimates scatter as their covariances say.
+TEST(SensorErrorEstimate, TheCovarianceAndTheNoiseAreThoseOfRepeatedSessions) {
+  constexpr double kNoise = 0.002;
+  constexpr int kSessions = 60;
+  Random random(8);
+  const ErrorRow none{};
+  double noise = 0.0;
+  ErrorRow found{};
+  ErrorRow expected{};
+  for (int session = 0; session < kSessions; ++session) {
+    TwoTurns turns = SteadyTurns(none, 60);
+    for (TurnReadings* turn : {&turns.horizontal, &turns.vertical}) {
+      for (Vector3& field : turn->Field) {
+        field =
+            field + 2500.0 * kNoise * Vector3{random.Normal(), random.Normal(), random.Normal()};
+      }
+    }
+    const SensorError error = EstimateSensorError(turns.horizontal, turns.vertical);
+    ASSERT_TRUE(error.Told);
+    noise += error.Noise / kSessions;
+    for (std::size_t i = 0; i < kErrorTerms; ++i) {
+      found[i] += error.Terms[i] * error.Terms[i] / kSessions;
+      expected[i] += error.Covariance[i][i] / kSessions;
+    }
+  }
+  EXPECT_NEAR(noise / kNoise, 1.0, 0.03);
+  for (std::size_t i = 0; i < kErrorTerms; ++i) {
+    EXPECT_NEAR(std::sqrt(found[i] / expected[i]), 1.0, 0.25) << i;
+  }
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 #include "tiltpole/quality/parameter_check.h"
 
+#include <cmath>
 #include <limits>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -10,8 +12,11 @@ namespace {
 
 using namespace tiltpole_test;
 using tiltpole::CheckParameters;
+using tiltpole::ConcernedMagnetometer;
 using tiltpole::PoseSensorData;
 using tiltpole::QualityCode;
+using tiltpole::QualityReason;
+using tiltpole::Verdict;
 
 std::vector<PoseSensorData> Measurements(const SimulatedSession& session, Random& random) {
   std::vector<PoseSensorData> samples;
@@ -53,6 +58,70 @@ TEST(ParameterCheck, WithoutAUsableSampleNothingIsFound) {
   broken.MagneticX_A = std::numeric_limits<double>::quiet_NaN();
   EXPECT_TRUE(CheckParameters({}, {}, {}).empty());
   EXPECT_TRUE(CheckParameters({broken}, {}, {}).empty());
+}
+
+// What an ideal plumb pole reads; A and B can see different fields.
+PoseSensorData PlumbSample(const Vector& seen_by_A, const Vector& seen_by_B) {
+  PoseSensorData sample;
+  sample.MagneticX_A = seen_by_A[0];
+  sample.MagneticY_A = seen_by_A[1];
+  sample.MagneticZ_A = seen_by_A[2];
+  sample.MagneticX_B = -seen_by_B[0];
+  sample.MagneticY_B = -seen_by_B[1];
+  sample.MagneticZ_B = seen_by_B[2];
+  return sample;
+}
+
+std::vector<QualityReason> Check(const std::vector<PoseSensorData>& samples) {
+  return CheckParameters(samples, {}, {});
+}
+
+void ExpectOnly(const std::vector<QualityReason>& reasons, ConcernedMagnetometer magnetometer,
+                const wchar_t* words) {
+  ASSERT_EQ(reasons.size(), 1U);
+  EXPECT_EQ(reasons[0].Code, QualityCode::ParametersOfAnotherPole);
+  EXPECT_EQ(reasons[0].Weight, Verdict::Unusable);
+  EXPECT_EQ(reasons[0].Magnetometer, magnetometer);
+  EXPECT_NE(reasons[0].Sentence.find(words), std::wstring::npos);
+}
+
+TEST(ParameterCheck, TheFieldStrengthMayScatterBy4Percent) {
+  const Vector field = EarthField(5000.0, 60.0);
+  const auto samples = [&field](double share, bool of_A) {
+    const Vector strong = EarthField(5000.0 * (1.0 + share), 60.0);
+    const Vector weak = EarthField(5000.0 * (1.0 - share), 60.0);
+    return of_A ? std::vector{PlumbSample(strong, field), PlumbSample(weak, field)}
+                : std::vector{PlumbSample(field, strong), PlumbSample(field, weak)};
+  };
+  for (const bool of_A : {true, false}) {
+    EXPECT_TRUE(Check(samples(0.03999, of_A)).empty());
+    ExpectOnly(Check(samples(0.04001, of_A)),
+               of_A ? ConcernedMagnetometer::A : ConcernedMagnetometer::B, L"varies by 4.0 %");
+  }
+}
+
+TEST(ParameterCheck, TheDipMayScatterBy3DegreesInEitherHemisphere) {
+  for (const double dip : {60.0, -20.0}) {
+    const Vector field = EarthField(5000.0, dip);
+    const auto samples = [&field, dip](double off) {
+      return std::vector{PlumbSample(field, EarthField(5000.0, dip + off)),
+                         PlumbSample(field, EarthField(5000.0, dip - off))};
+    };
+    EXPECT_TRUE(Check(samples(2.999)).empty());
+    ExpectOnly(Check(samples(3.001)), ConcernedMagnetometer::B, L"varies by 3.0 degrees");
+  }
+}
+
+TEST(ParameterCheck, TheHeadingsMayDifferBy5DegreesInTheRootMeanSquare) {
+  const Vector field = EarthField(5000.0, 60.0);
+  const auto samples = [&field](double first, double second) {
+    return std::vector{PlumbSample(field, Product(Turn(kZ, first * kDegree), field)),
+                       PlumbSample(field, Product(Turn(kZ, second * kDegree), field))};
+  };
+  EXPECT_TRUE(Check(samples(4.999, 4.999)).empty());
+  ExpectOnly(Check(samples(5.001, 5.001)), ConcernedMagnetometer::Both, L"differ by 5.0 degrees");
+  EXPECT_TRUE(Check(samples(7.07, 0.0)).empty());
+  ExpectOnly(Check(samples(0.0, -7.08)), ConcernedMagnetometer::Both, L"differ by 5.0 degrees");
 }
 
 }  // namespace

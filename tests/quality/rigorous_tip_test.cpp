@@ -230,4 +230,59 @@ TEST(RigorousTip, AWeightWithoutADeviationIsThatOfOneDegree) {
   }
 }
 
+TEST(RigorousTip, HeadingsUpTo5DegreesApartAgreeUnlessTheHostSaysOtherwise) {
+  const PoseSensorData ideal = Measured(LeaningPole(40.0, 0.0, 0.0), 60.0);
+  EXPECT_TRUE(SolveRigorousTip(WithBTurned(ideal, 4.999), kLength).Agree);
+  EXPECT_FALSE(SolveRigorousTip(WithBTurned(ideal, 5.001), kLength).Agree);
+  EXPECT_TRUE(SolveRigorousTip(WithBTurned(ideal, -4.999), kLength).Agree);
+  EXPECT_FALSE(SolveRigorousTip(WithBTurned(ideal, -5.001), kLength).Agree);
+  RigorousTipOptions options;
+  options.LargestHeadingDifference = 0.0;
+  EXPECT_TRUE(SolveRigorousTip(ideal, kLength, options).Agree);
+}
+
+TEST(RigorousTip, HeadingsMoreThanAQuarterTurnApartNeverAgree) {
+  RigorousTipOptions options;
+  options.LargestHeadingDifference = 360.0;
+  const PoseSensorData ideal = Measured(LeaningPole(40.0, 0.0, 0.0), 60.0);
+  EXPECT_TRUE(SolveRigorousTip(WithBTurned(ideal, 89.999), kLength, options).Agree);
+  EXPECT_FALSE(SolveRigorousTip(WithBTurned(ideal, 90.001), kLength, options).Agree);
+}
+
+TEST(RigorousTip, AQuarterTurnExactlyStillAgrees) {
+  // North is along x for A and along y for B, in numbers that a quarter turn keeps whole.
+  PoseSensorData sample;
+  sample.MagneticX_A = 1000.0;
+  sample.MagneticY_B = 1000.0;
+  RigorousTipOptions options;
+  options.LargestHeadingDifference = 360.0;
+  const RigorousTip tip = SolveRigorousTip(sample, kLength, options);
+  EXPECT_EQ(std::fabs(tip.HeadingDifference), 90.0);
+  EXPECT_TRUE(tip.Agree);
+}
+
+TEST(RigorousTip, APoleIsPlumbBelowALeanOfATenthOfABillionth) {
+  PoseSensorData sample = Measured(LeaningPole(40.0, 0.0, 0.0), 60.0);
+  sample.InclineX = 0.99e-10 / kDegree;
+  EXPECT_EQ(SolveRigorousTip(sample, kLength).Status, TipStatus::Plumb);
+  sample.InclineX = 1.01e-10 / kDegree;
+  EXPECT_EQ(SolveRigorousTip(sample, kLength).Status, TipStatus::Solved);
+}
+
+TEST(RigorousTip, TheDipIsThatOfTheMagnetometersInUse) {
+  const Attitude pole = LeaningPole(40.0, 10.0, 70.0);
+  PoseSensorData sample = Measured(pole, 60.0);
+  const PoseSensorData steeper = Measured(pole, 64.0);
+  sample.MagneticX_B = steeper.MagneticX_B;
+  sample.MagneticY_B = steeper.MagneticY_B;
+  sample.MagneticZ_B = steeper.MagneticZ_B;
+  EXPECT_NEAR(SolveRigorousTip(sample, kLength).Dip, 62.0, 1e-9);
+  RigorousTipOptions options;
+  options.Disturbed_B = true;
+  EXPECT_NEAR(SolveRigorousTip(sample, kLength, options).Dip, 60.0, 1e-9);
+  options.Disturbed_B = false;
+  options.Disturbed_A = true;
+  EXPECT_NEAR(SolveRigorousTip(sample, kLength, options).Dip, 64.0, 1e-9);
+}
+
 }  // namespace
