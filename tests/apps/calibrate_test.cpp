@@ -8,7 +8,7 @@
 #include "apps/tiltpole/parameter_file.h"
 #include "program.h"
 #include "sessions.h"
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace {
 

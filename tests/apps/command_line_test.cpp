@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "program.h"
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 
 #include "program.h"
 #include "sessions.h"
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 #include "apps/session/csv_reader.h"
 #include "program.h"
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 
 #include "apps/session/input_error.h"
 #include "apps/session/input_file.h"
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace {
 

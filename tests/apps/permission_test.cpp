@@ -12,7 +12,7 @@
 
 #include "program.h"
 #include "sessions.h"
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace {
 

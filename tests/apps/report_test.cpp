@@ -18,7 +18,7 @@
 #include "apps/tiltpole/report/turn_trace.h"
 #include "program.h"
 #include "sessions.h"
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace {
 

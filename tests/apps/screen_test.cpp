@@ -8,7 +8,7 @@
 #include "apps/session/session_reader.h"
 #include "apps/tiltpole/screening.h"
 #include "program.h"
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace {
 

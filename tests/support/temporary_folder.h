@@ -2,12 +2,14 @@
 
 // A folder of its own for a test, gone with everything in it when the test ends.
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <random>
 #include <string>
+#include <system_error>
 
 #include "tiltpole/platform/text.h"
 
@@ -37,6 +39,25 @@ class TemporaryFolder {
   // The wide path of a file in the folder, whether or not it is there.
   std::wstring operator/(const std::wstring& name) const { return Path() + L"/" + name; }
   std::wstring Path() const { return tiltpole::detail::WideText(path_.u8string()); }
+
+  // The same for tests that, like the hosts, hold paths as UTF-8.
+  std::string File(const std::string& name) const {
+    return (path_ / std::filesystem::u8path(name)).u8string();
+  }
+  std::string Write(const std::string& name, const std::string& content) const {
+    std::ofstream(path_ / std::filesystem::u8path(name), std::ios::binary) << content;
+    return File(name);
+  }
+  std::string Read(const std::string& name) const {
+    std::ifstream in(path_ / std::filesystem::u8path(name), std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+  }
+  bool Has(const std::string& name) const {
+    return std::filesystem::exists(path_ / std::filesystem::u8path(name));
+  }
+  std::ptrdiff_t CountFiles() const {
+    return std::distance(std::filesystem::directory_iterator(path_), {});
+  }
 
  private:
   std::filesystem::path path_;

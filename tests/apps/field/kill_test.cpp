@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "../temporary_folder.h"
 #include "apps/field/point_store.h"
 #include "robot.h"
+#include "support/temporary_folder.h"
 
 namespace tiltpole_test {
 

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "../temporary_folder.h"
 #include "robot.h"
+#include "support/temporary_folder.h"
 
 namespace tiltpole::field {
 namespace {

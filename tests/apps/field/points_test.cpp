@@ -11,11 +11,11 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "../temporary_folder.h"
 #include "apps/field/exports.h"
 #include "apps/field/point_rows.h"
 #include "apps/field/point_store.h"
 #include "apps/session/input_error.h"
+#include "support/temporary_folder.h"
 
 namespace tiltpole::field {
 namespace {

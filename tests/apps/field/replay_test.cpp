@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "../temporary_folder.h"
 #include "apps/field/replay_source.h"
 #include "apps/session/input_error.h"
 #include "field_session.h"
+#include "support/temporary_folder.h"
 
 namespace tiltpole::field {
 namespace {

@@ -6,9 +6,9 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "../temporary_folder.h"
 #include "field_session.h"
 #include "robot.h"
+#include "support/temporary_folder.h"
 
 namespace tiltpole::field {
 namespace {
