@@ -24,4 +24,5 @@
 #include "tiltpole/screening/CInclineSensor_Filter_XZ.h"
 #include "tiltpole/screening/PoseSensorCenterParameter.h"
 #include "tiltpole/screening/PoseSensorDataArray.h"
+#include "tiltpole/screening/covered_sectors.h"
 #include "tiltpole/version.h"

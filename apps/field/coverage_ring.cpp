@@ -43,12 +43,12 @@ void CoverageRing::paintEvent(QPaintEvent*) {
 void CoverageRing::DrawSectors(QPainter& painter, const QRectF& outer) const {
   const double ring = outer.width() * kRingWidth;
   const QRectF inner = outer.adjusted(ring, ring, -ring, -ring);
-  const Sectors& covered = turn_.Covered();
+  const SectorSet& covered = turn_.Covered();
   painter.setPen(Qt::NoPen);
   painter.setBrush(kMissing);
   painter.drawEllipse(outer);
   painter.setBrush(kCovered);
-  for (std::size_t i = 0; i < covered.size(); ++i) {
+  for (std::size_t i = 0; i < kSectors; ++i) {
     if (!covered[i]) continue;
     const double a = ScreenAngle(static_cast<double>(i) * kSectorWidth);
     const double b = ScreenAngle(static_cast<double>(i + 1) * kSectorWidth);

@@ -55,7 +55,7 @@ void TurnRecording::Clear() {
   ++clears_;
   samples_.clear();
   screening_->Clear();
-  covered_.fill(false);
+  covered_.reset();
   last_direction_.reset();
 }
 
@@ -78,34 +78,14 @@ void TurnRecording::UpdateSectors() {
   const auto mark = [this](const PoseSensorData& raw) {
     last_direction_ = DirectionOf(raw);
     const auto sector = static_cast<std::size_t>(*last_direction_ / kSectorWidth);
-    covered_[sector % covered_.size()] = true;
+    covered_[sector % kSectors] = true;
   };
   if (samples_.size() % kSamplesPerMiddle != 0) {
     mark(samples_.back());
     return;
   }
-  covered_.fill(false);
+  covered_.reset();
   for (const PoseSensorData& raw : samples_) mark(raw);
-}
-
-std::vector<std::pair<int, int>> MissingRanges(const Sectors& covered) {
-  std::vector<std::pair<int, int>> ranges;
-  for (std::size_t i = 0; i < covered.size(); ++i) {
-    const int from = static_cast<int>(i) * kSectorWidth;
-    if (covered[i]) continue;
-    if (!ranges.empty() && ranges.back().second == from) {
-      ranges.back().second += kSectorWidth;
-    } else {
-      ranges.emplace_back(from, from + kSectorWidth);
-    }
-  }
-  const bool through_zero =
-      ranges.size() > 1 && ranges.front().first == 0 && ranges.back().second == 360;
-  if (through_zero) {
-    ranges.back().second = ranges.front().second;
-    ranges.erase(ranges.begin());
-  }
-  return ranges;
 }
 
 }  // namespace tiltpole::field

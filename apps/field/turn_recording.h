@@ -2,23 +2,20 @@
 
 // The samples of one turn of the pole, and how much of the circle they cover.
 
-#include <array>
+#include <cstddef>
 #include <memory>
 #include <optional>
-#include <utility>
 #include <vector>
 
 #include "apps/field/sample_source.h"
+#include "apps/session/missing_ranges.h"
+#include "tiltpole/screening/covered_sectors.h"
 
 namespace tiltpole::field {
 
 /// How wide one sector of the coverage is [degrees].
 inline constexpr int kSectorWidth = 5;
-using Sectors = std::array<bool, 360 / kSectorWidth>;
-
-/// Directions without a sample, from the first to the second [degrees]; the first is the larger one
-/// where the range holds 0.
-std::vector<std::pair<int, int>> MissingRanges(const Sectors& covered);
+inline constexpr std::size_t kSectors = 360 / kSectorWidth;
 
 /// A turn about the vertical, or about the sensor's y axis, while it is recorded.
 ///
@@ -44,7 +41,11 @@ class TurnRecording {
   /// Whether every sector holds a sample.
   bool IsComplete() const;
   /// Which sectors hold a sample, from direction 0 on.
-  const Sectors& Covered() const { return covered_; }
+  const SectorSet& Covered() const { return covered_; }
+  /// Directions without a sample.
+  std::vector<session::MissingRange> Missing() const {
+    return session::MissingRanges(covered_, kSectorWidth);
+  }
   /// Where the last sample points; empty until there is a middle.
   std::optional<double> LastDirection() const { return last_direction_; }
 
@@ -60,7 +61,7 @@ class TurnRecording {
   int clears_ = 0;
   std::vector<PoseSensorData> samples_;
   std::unique_ptr<Screening> screening_;
-  Sectors covered_{};
+  SectorSet covered_;
   std::optional<double> last_direction_;
 };
 

@@ -54,7 +54,7 @@ QWidget* TurnView::NewPlot() {
 
 QString TurnView::Missing() const {
   constexpr int kMostRanges = 2;
-  const auto ranges = MissingRanges(model_.Turn(turn_).Covered());
+  const auto ranges = model_.Turn(turn_).Missing();
   if (ranges.empty()) return tr("All directions covered");
   QStringList texts;
   for (const auto& [from, to] : ranges) {

@@ -5,6 +5,7 @@
 
 #include "tiltpole/screening/CInclineSensor_Filter_XY.h"
 #include "tiltpole/screening/CInclineSensor_Filter_XZ.h"
+#include "tiltpole/screening/covered_sectors.h"
 
 namespace tiltpole::cli {
 namespace {
@@ -36,34 +37,9 @@ class Turn : public Filter {
     result.after_distance = SizeOf(on_circle);
   }
 
-  std::vector<AzimuthRange> MissingRanges() const {
-    const int width = this->m_nSectorAngle;
-    const int sectors = 360 / width;
-    std::vector<bool> hit(static_cast<std::size_t>(sectors));
-    for (const PoseSensorData* const record : this->m_arrRecord) {
-      const double azimuth = record->Azimuth;
-      if (!(azimuth > 0.0 && azimuth < 360.0)) continue;
-      const int sector = static_cast<int>(azimuth) / width;
-      // As the library counts: an azimuth on a border fills no sector.
-      if (sector < sectors && azimuth > sector * width)
-        hit[static_cast<std::size_t>(sector)] = true;
-    }
-    std::vector<AzimuthRange> ranges;
-    for (int i = 0; i < sectors; ++i) {
-      if (hit[static_cast<std::size_t>(i)]) continue;
-      const bool goes_on = !ranges.empty() && ranges.back().to == i * width;
-      if (goes_on) ranges.back().to += width;
-      if (!goes_on) ranges.push_back({i * width, (i + 1) * width});
-    }
-    JoinThroughNorth(ranges);
-    return ranges;
-  }
-
- private:
-  static void JoinThroughNorth(std::vector<AzimuthRange>& ranges) {
-    if (ranges.size() < 2 || ranges.front().from != 0 || ranges.back().to != 360) return;
-    ranges.back().to = ranges.front().to;
-    ranges.erase(ranges.begin());
+  std::vector<session::MissingRange> MissingRanges() const {
+    return session::MissingRanges(CoveredSectors(this->m_arrRecord, this->m_nSectorAngle),
+                                  this->m_nSectorAngle);
   }
 };
 

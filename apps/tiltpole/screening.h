@@ -5,21 +5,16 @@
 #include <cstddef>
 #include <vector>
 
+#include "apps/session/missing_ranges.h"
 #include "apps/session/session_sample.h"
 
 namespace tiltpole::cli {
-
-/// A stretch of azimuths without a sample [degrees]; it may run through 360.
-struct AzimuthRange {
-  int from = 0;
-  int to = 0;
-};
 
 struct ScreenedTurn {
   std::size_t samples = 0;
   int coverage_percent = 0;
   bool every_sector = false;  ///< each sector of 5 degrees holds a sample
-  std::vector<AzimuthRange> missing;
+  std::vector<session::MissingRange> missing;
   std::size_t after_time = 0;      ///< left after the samples of a pole that stood still
   std::size_t after_distance = 0;  ///< left after those off the circle
   std::size_t after_azimuth = 0;   ///< left after stretches of repeated azimuths

@@ -8,6 +8,7 @@
 #include <rapidcheck.h>
 
 #include "screening/twins.h"
+#include "tiltpole/screening/covered_sectors.h"
 
 namespace {
 
@@ -164,6 +165,16 @@ TYPED_TEST(RotationCoverage, AnAngleBeyondTheCircleLeavesNoSectorThatCouldBeMiss
   }
 }
 
+TYPED_TEST(RotationCoverage, CanBeToldSectorBySector) {
+  for (const double azimuth : {2.5, 10.0, 182.0, 359.9}) this->AddAt(azimuth);
+  this->screening.m_arrRecord.Add(nullptr);
+  SectorSet expected;
+  expected[0] = expected[36] = expected[71] = true;
+  EXPECT_EQ(CoveredSectors(this->screening.m_arrRecord, 5), expected);
+  EXPECT_EQ(CoveredSectors(this->screening.m_arrRecord, 0), SectorSet());
+  EXPECT_EQ(CoveredSectors(this->screening.m_arrRecord, 361), SectorSet());
+}
+
 // The rule word by word, one pass over the set for each sector.
 int SectorsHitOneByOne(const PoseSensorDataArray& arr, int width) {
   int hit = 0;
@@ -195,6 +206,7 @@ TEST(RotationCoverage, OnePassCountsTheSectorsThatOneByOneAreHit) {
     const bool isEnough = screening.m_arrRecord.GetSize() >= 360 / width;
     RC_ASSERT(screening.GetRecordRate() == static_cast<int>(hit * width * 100.0 / 360.0 + 0.5));
     RC_ASSERT(screening.IsRecordOK() == (isEnough && hit == 360 / width ? 1 : 0));
+    RC_ASSERT(CoveredSectors(screening.m_arrRecord, width).count() == std::size_t(hit));
   }));
 }
 

@@ -11,7 +11,7 @@
 namespace tiltpole::field {
 namespace {
 
-using Ranges = std::vector<std::pair<int, int>>;
+using Ranges = std::vector<session::MissingRange>;
 
 TurnRecording Turned(SampleSet turn, double from, double to) {
   session::SimulatedPole pole(tiltpole_test::FieldPole(), 5);
@@ -28,7 +28,7 @@ TEST(TurnRecording, CoversNothingAtTheStart) {
   const TurnRecording recording(SampleSet::Horizontal);
   EXPECT_EQ(recording.CoveredPercent(), 0);
   EXPECT_FALSE(recording.IsComplete());
-  EXPECT_EQ(MissingRanges(recording.Covered()), (Ranges{{0, 360}}));
+  EXPECT_EQ(recording.Missing(), (Ranges{{0, 360}}));
 }
 
 TEST(TurnRecording, IsCompleteAfterAWholeTurnAboutEitherAxis) {
@@ -36,16 +36,16 @@ TEST(TurnRecording, IsCompleteAfterAWholeTurnAboutEitherAxis) {
     const TurnRecording recording = Turned(turn, 0.0, 360.0);
     EXPECT_EQ(recording.CoveredPercent(), 100);
     EXPECT_TRUE(recording.IsComplete());
-    EXPECT_TRUE(MissingRanges(recording.Covered()).empty());
+    EXPECT_TRUE(recording.Missing().empty());
   }
 }
 
 TEST(TurnRecording, TellsTheHeadingsThatAreMissing) {
   const TurnRecording recording = Turned(SampleSet::Horizontal, 110.0, 400.0);
-  const Ranges missing = MissingRanges(recording.Covered());
+  const Ranges missing = recording.Missing();
   ASSERT_EQ(missing.size(), 1U);
-  EXPECT_NEAR(missing[0].first, 40, 10);
-  EXPECT_NEAR(missing[0].second, 110, 10);
+  EXPECT_NEAR(missing[0].from, 40, 10);
+  EXPECT_NEAR(missing[0].to, 110, 10);
 }
 
 TEST(TurnRecording, TellsWhereThePolePoints) {
@@ -60,13 +60,6 @@ TEST(TurnRecording, IsEmptyAgainAfterClear) {
   EXPECT_EQ(recording.CoveredPercent(), 0);
   EXPECT_TRUE(recording.Samples().empty());
   EXPECT_EQ(recording.Clears(), 1);
-}
-
-TEST(MissingRanges, JoinThroughNorth) {
-  Sectors covered;
-  covered.fill(true);
-  covered[0] = covered[1] = covered[71] = covered[20] = false;
-  EXPECT_EQ(MissingRanges(covered), (Ranges{{100, 105}, {355, 10}}));
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
 #include "tiltpole/screening/detail/coverage.h"
 
-#include <bitset>
 #include <cmath>
-#include <cstddef>
+
+#include "tiltpole/screening/covered_sectors.h"
 
 namespace tiltpole::detail {
 namespace {
@@ -10,38 +10,28 @@ namespace {
 constexpr int kFullCircle = 360;      // degrees
 constexpr double kLargestGap = 60.0;  // degrees
 
-// Both borders of a sector are outside of it. The azimuth's whole degrees give the sector exactly:
-// for i = whole / angle, i * angle <= whole <= azimuth < whole + 1 <= (i + 1) * angle, so a
-// quotient that is rounded up cannot put a record into its neighbour sector.
-int CountFilledSectors(const PoseSensorDataArray& records, int sectorAngle, int sectors) {
-  std::bitset<kFullCircle> filled;
-  int count = 0;
-  for (const PoseSensorData* rec : records) {
-    if (rec == nullptr) continue;
-    const double azimuth = rec->Azimuth;
-    if (!(azimuth > 0.0 && azimuth < sectors * sectorAngle)) continue;
-    const int sector = static_cast<int>(azimuth) / sectorAngle;
-    if (azimuth == sector * sectorAngle || filled[static_cast<std::size_t>(sector)]) continue;
-    filled[static_cast<std::size_t>(sector)] = true;
-    if (++count == sectors) break;
-  }
-  return count;
+int FilledSectors(const PoseSensorDataArray& records, std::int32_t sectorAngle) {
+  return static_cast<int>(CoveredSectors(records, sectorAngle).count());
 }
 
 }  // namespace
 
+int SectorCount(std::int32_t sectorAngle) {
+  // No angle, or a negative one, makes no sectors.
+  return sectorAngle < 1 ? 0 : kFullCircle / sectorAngle;
+}
+
 bool IsEverySectorFilled(const PoseSensorDataArray& records, std::int32_t sectorAngle) {
   if (sectorAngle < 1) return false;
-  const int sectors = kFullCircle / sectorAngle;
+  const int sectors = SectorCount(sectorAngle);
   if (records.GetSize() < sectors) return false;
   // An angle beyond the full circle leaves no sector, and so none that could be missing.
-  return CountFilledSectors(records, sectorAngle, sectors) == sectors;
+  return FilledSectors(records, sectorAngle) == sectors;
 }
 
 int FilledPercentage(const PoseSensorDataArray& records, std::int32_t sectorAngle) {
-  // No angle, or a negative one, makes no sectors.
-  if (sectorAngle < 1) return 0;
-  const int filled = CountFilledSectors(records, sectorAngle, kFullCircle / sectorAngle);
+  if (SectorCount(sectorAngle) == 0) return 0;
+  const int filled = FilledSectors(records, sectorAngle);
   return static_cast<int>(std::lround(filled * sectorAngle * 100.0 / kFullCircle));
 }
 

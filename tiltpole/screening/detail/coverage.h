@@ -6,9 +6,11 @@
 
 namespace tiltpole::detail {
 
-// How much of the circle a set covers, by its records' azimuths as they stand. The circle is cut
-// into 360 / sectorAngle sectors (truncated, so a rest of it may belong to none). One pass over the
-// set, for any sector angle.
+// How much of the circle a set covers, by its records' azimuths as they stand and in sectors as
+// CoveredSectors() cuts them. One pass over the set, for any sector angle.
+
+// How many sectors there are; 0 for an angle below 1.
+int SectorCount(std::int32_t sectorAngle);
 
 // Whether every sector holds a record.
 bool IsEverySectorFilled(const PoseSensorDataArray& records, std::int32_t sectorAngle);
