@@ -200,10 +200,12 @@ void FindMissingTilts(const TurnReadings& vertical, Reasons& reasons) {
     largest = std::max(largest, up.x);
   }
   if (largest - smallest > kSmallestSweep) return;
-  reasons.push_back({QualityCode::TiltsMissing, Verdict::Usable, M::Both, ConcernedTurn::Vertical,
-                     L"The tilts do not follow the turn about the sensor's y axis, so an axis that "
-                     L"swayed would not be seen and the heading error is only a rough estimate. "
-                     L"Record the tilts with the samples."});
+  reasons.push_back(
+      {QualityCode::TiltsMissing, Verdict::Usable, M::Both, ConcernedTurn::Vertical,
+       L"The tilts do not follow the turn about the sensor's y axis, so an axis that "
+       L"swayed would not be seen and the heading error is only a rough estimate. "
+       L"Record the tilts with the samples, as elevations of the sensor's x and y axes "
+       L"in degrees."});
 }
 
 void FindUnfitTranslation(const Samples& corrected,
