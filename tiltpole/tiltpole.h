@@ -10,6 +10,7 @@
 #include "tiltpole/persistence/CParameterFile.h"
 #include "tiltpole/platform/message_box.h"
 #include "tiltpole/positioning/CInclineSensor_Position.h"
+#include "tiltpole/positioning/parameter_keys.h"
 #include "tiltpole/quality/calibration_quality.h"
 #include "tiltpole/quality/parameter_check.h"
 #include "tiltpole/quality/point_quality.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-// The library's texts and keys, which are plain ASCII, as narrow text and back.
+// The library's texts and keys, which are plain ASCII, as narrow text.
 
 #include <string>
 
@@ -15,7 +15,5 @@ inline std::string NarrowAscii(const std::wstring& text) {
   }
   return result;
 }
-
-inline std::wstring WideAscii(const std::string& text) { return {text.begin(), text.end()}; }
 
 }  // namespace tiltpole::cli

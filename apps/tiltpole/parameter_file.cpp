@@ -1,6 +1,5 @@
 #include "apps/tiltpole/parameter_file.h"
 
-#include <array>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
@@ -14,6 +13,7 @@
 #include "apps/tiltpole/ascii_text.h"
 #include "apps/tiltpole/console.h"
 #include "tiltpole/persistence/CParameterFile.h"
+#include "tiltpole/positioning/parameter_keys.h"
 
 namespace tiltpole::cli {
 namespace fs = std::filesystem;
@@ -21,21 +21,16 @@ using session::InputError;
 using session::Quoted;
 namespace {
 
-constexpr std::array<const char*, 21> kKeys = {
-    "MagneticA.a",        "MagneticA.b",  "MagneticA.c",  "MagneticA.d",  "MagneticA.e",
-    "MagneticA.x0",       "MagneticA.y0", "MagneticA.z0", "MagneticB.a",  "MagneticB.b",
-    "MagneticB.c",        "MagneticB.d",  "MagneticB.e",  "MagneticB.x0", "MagneticB.y0",
-    "MagneticB.z0",       "CoorTrans.dX", "CoorTrans.dY", "CoorTrans.dZ", "MagneticBiasAngle_A",
-    "MagneticBiasAngle_B"};
-
-void CheckEntry(const CParameterFile& file, const std::string& key, ParameterFileContent& content) {
+void CheckEntry(const CParameterFile& file, const std::wstring& wide_key,
+                ParameterFileContent& content) {
+  const std::string key = NarrowAscii(wide_key);
   std::wstring text;
-  if (file.ReadString(WideAscii(key), text) == 0) {
+  if (file.ReadString(wide_key, text) == 0) {
     content.problems.push_back(key + " is missing");
     return;
   }
   double value = 0.0;
-  file.ReadDouble(WideAscii(key), value);
+  file.ReadDouble(wide_key, value);
   content.entries.push_back({key, value});
   if (!session::ParseNumber(NarrowAscii(text))) {
     content.problems.push_back(key + " is " + Quoted(NarrowAscii(text)) +
@@ -46,7 +41,8 @@ void CheckEntry(const CParameterFile& file, const std::string& key, ParameterFil
 void WarnOfDuplicates(const std::string& path, std::vector<std::string>& warnings) {
   std::ifstream in(fs::u8path(path), std::ios::binary);
   const std::string text(std::istreambuf_iterator<char>(in), {});
-  for (const std::string key : kKeys) {
+  for (const wchar_t* const wide_key : kParameterKeys) {
+    const std::string key = NarrowAscii(wide_key);
     const std::string entry = "[" + key + "]";
     const std::size_t first = text.find(entry);
     if (first == std::string::npos) continue;
@@ -111,7 +107,7 @@ ParameterFileContent ReadParameterFile(const std::string& path) {
   if (file.OpenForRead(wide_path) == 0 || content.position.ConfigRead(wide_path) == 0) {
     throw InputError(path, "cannot be read");
   }
-  for (const char* const key : kKeys) CheckEntry(file, key, content);
+  for (const wchar_t* const key : kParameterKeys) CheckEntry(file, key, content);
   if (content.entries.empty()) {
     throw InputError(path, "is no parameter file; expected entries such as [MagneticA.a]0.0");
   }

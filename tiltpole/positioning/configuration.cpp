@@ -1,39 +1,36 @@
 // The calibration in the parameter file.
 
+#include <cstddef>
 #include <new>
 #include <string>
 
 #include "tiltpole/persistence/CParameterFile.h"
 #include "tiltpole/positioning/CInclineSensor_Position.h"
+#include "tiltpole/positioning/parameter_keys.h"
 
 namespace tiltpole {
 namespace {
 
-// Deliberate: a, b, c, d, e and then the centre, which is not the order of the record's fields.
-template <typename Parameter, typename Visit>
-void VisitCorrection(const std::wstring& name, Parameter& par, const Visit& visit) {
-  visit(name + L".a", par.a);
-  visit(name + L".b", par.b);
-  visit(name + L".c", par.c);
-  visit(name + L".d", par.d);
-  visit(name + L".e", par.e);
-  visit(name + L".x0", par.x0);
-  visit(name + L".y0", par.y0);
-  visit(name + L".z0", par.z0);
+template <typename Parameter, typename Show>
+void ShowCorrection(Parameter& par, const Show& show) {
+  for (auto* value : {&par.a, &par.b, &par.c, &par.d, &par.e, &par.x0, &par.y0, &par.z0}) {
+    show(*value);
+  }
 }
 
 }  // namespace
 
-// Shows every entry of the parameter file, in the order of its lines.
+// Shows every entry of the parameter file, in the order of kParameterKeys.
 template <typename Self, typename Visit>
 void CInclineSensor_Position::VisitConfig(Self& self, const Visit& visit) {
-  VisitCorrection(L"MagneticA", self.MagneticA, visit);
-  VisitCorrection(L"MagneticB", self.MagneticB, visit);
-  visit(L"CoorTrans.dX", self.CoorTrans.dX);
-  visit(L"CoorTrans.dY", self.CoorTrans.dY);
-  visit(L"CoorTrans.dZ", self.CoorTrans.dZ);
-  visit(L"MagneticBiasAngle_A", self.MagneticBiasAngle_A);
-  visit(L"MagneticBiasAngle_B", self.MagneticBiasAngle_B);
+  std::size_t entry = 0;
+  const auto show = [&](auto& value) { visit(kParameterKeys[entry++], value); };
+  ShowCorrection(self.MagneticA, show);
+  ShowCorrection(self.MagneticB, show);
+  for (auto* value : {&self.CoorTrans.dX, &self.CoorTrans.dY, &self.CoorTrans.dZ,
+                      &self.MagneticBiasAngle_A, &self.MagneticBiasAngle_B}) {
+    show(*value);
+  }
 }
 
 void CInclineSensor_Position::WriteConfig(CParameterFile& file) const {
