@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "apps/session/input_error.h"
-#include "apps/tiltpole/parameter_file.h"
+#include "apps/session/parameter_file.h"
 
 namespace tiltpole::field {
 namespace {
@@ -16,11 +16,6 @@ constexpr double kUncheckedDeviation = 2.0;
 void SetDeviations(CalibrationState& state, double degrees) {
   state.options.HeadingDeviation_A = degrees;
   state.options.HeadingDeviation_B = degrees;
-}
-
-bool IsDefault(const Incline_MagneticCorrectParameter& par) {
-  return par.a == 0.0 && par.b == 1.0 && par.c == 0.0 && par.d == 0.0 && par.e == 1.0 &&
-         par.x0 == 0.0 && par.y0 == 0.0 && par.z0 == 0.0;
 }
 
 }  // namespace
@@ -44,13 +39,12 @@ CalibrationState Judged(const CInclineSensor_Position& position,
 }
 
 LoadedParameters LoadParameters(const std::string& path) {
-  const cli::ParameterFileContent content = cli::ReadParameterFile(path);
+  const session::ParameterFileContent content = session::ReadParameterFile(path);
   if (!content.problems.empty()) throw session::InputError(path, content.problems.front());
   LoadedParameters loaded;
   loaded.warnings = content.warnings;
   loaded.state.position = content.position;
-  loaded.state.calibrated = !IsDefault(content.position.GetMagneticCorrectPar_A()) ||
-                            !IsDefault(content.position.GetMagneticCorrectPar_B());
+  loaded.state.calibrated = content.calibrated;
   SetDeviations(loaded.state,
                 loaded.state.calibrated ? kUncheckedDeviation : kUncalibratedDeviation);
   loaded.state.options.MagneticBiasAngle_A = content.position.GetMagneticBiasAngle_A();

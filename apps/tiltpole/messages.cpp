@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "apps/tiltpole/ascii_text.h"
+#include "apps/session/ascii_text.h"
 
 namespace tiltpole::cli {
 
@@ -10,7 +10,8 @@ MessagesToStream::MessagesToStream(std::ostream& err)
     : previous_(SetMessageBoxHandler(
           [this, &err](const std::wstring& text, const std::wstring& title, MessageIcon) {
             shown_.push_back(text);
-            err << "tiltpole: " << NarrowAscii(title) << ": " << NarrowAscii(text) << std::endl;
+            err << "tiltpole: " << session::NarrowAscii(title) << ": " << session::NarrowAscii(text)
+                << std::endl;
           })) {}
 
 MessagesToStream::~MessagesToStream() { SetMessageBoxHandler(std::move(previous_)); }

@@ -1,4 +1,4 @@
-#include "apps/tiltpole/ascii_text.h"
+#include "apps/session/ascii_text.h"
 #include "apps/tiltpole/quality_output.h"
 
 namespace tiltpole::cli {
@@ -76,7 +76,7 @@ Json ToJsonObject(const QualityReason& reason) {
           {"weight", cli::NameOf(reason.Weight)},
           {"magnetometer", NameOf(reason.Magnetometer)},
           {"turn", NameOf(reason.Turn)},
-          {"sentence", NarrowAscii(reason.Sentence)}};
+          {"sentence", session::NarrowAscii(reason.Sentence)}};
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
 #include <string>
 #include <vector>
 
+#include "apps/session/ascii_text.h"
 #include "apps/session/number_text.h"
-#include "apps/tiltpole/ascii_text.h"
 #include "apps/tiltpole/quality_output.h"
 #include "apps/tiltpole/text_table.h"
 
@@ -105,7 +105,7 @@ std::string NameOf(Verdict verdict) {
 
 void PrintReasons(const CalibrationQuality& quality, std::ostream& out) {
   for (const auto& reason : quality.Reasons) {
-    out << "- (" << NameOf(reason.Weight) << ") " << NarrowAscii(reason.Sentence) << '\n';
+    out << "- (" << NameOf(reason.Weight) << ") " << session::NarrowAscii(reason.Sentence) << '\n';
   }
 }
 

@@ -4,15 +4,15 @@
 
 #include <gtest/gtest.h>
 
+#include "apps/session/parameter_file.h"
 #include "apps/session/session_sample.h"
-#include "apps/tiltpole/parameter_file.h"
 #include "program.h"
 #include "sessions.h"
 #include "support/temporary_folder.h"
 
 namespace {
 
-using tiltpole::cli::ReadParameterFile;
+using tiltpole::session::ReadParameterFile;
 using tiltpole::session::SampleSet;
 using tiltpole_test::kSessionHeader;
 using tiltpole_test::Only;

@@ -10,11 +10,11 @@
 
 #include "apps/session/number_text.h"
 #include "apps/session/output_file.h"
+#include "apps/session/parameter_file.h"
 #include "apps/tiltpole/commands/commands.h"
 #include "apps/tiltpole/commands/option_checks.h"
 #include "apps/tiltpole/fitted_parameters.h"
 #include "apps/tiltpole/messages.h"
-#include "apps/tiltpole/parameter_file.h"
 #include "apps/tiltpole/quality_output.h"
 #include "apps/tiltpole/report/page.h"
 #include "apps/tiltpole/screening.h"
@@ -120,7 +120,7 @@ void Save(const std::string& path, const FittedParameters& parameters) {
   position.SetMagneticCorrectPar_A(parameters.correction_a);
   position.SetMagneticCorrectPar_B(parameters.correction_b);
   position.SetMagneticTranslationPar(parameters.translation);
-  WriteParameterFile(path, position);
+  session::WriteParameterFile(path, position);
 }
 
 void PrintText(const FittedParameters& parameters, const CalibrationQuality& quality,

@@ -7,12 +7,12 @@
 
 #include "apps/session/input_file.h"
 #include "apps/session/output_file.h"
+#include "apps/session/parameter_file.h"
 #include "apps/session/session_reader.h"
 #include "apps/tiltpole/commands/commands.h"
 #include "apps/tiltpole/commands/option_checks.h"
 #include "apps/tiltpole/measure_summary.h"
 #include "apps/tiltpole/measured_rows.h"
-#include "apps/tiltpole/parameter_file.h"
 #include "apps/tiltpole/progress.h"
 #include "apps/tiltpole/summary.h"
 #include "apps/tiltpole/tip_solutions.h"
@@ -101,6 +101,21 @@ class Measuring {
   std::size_t solution_;
   MeasureSummary summary_;
 };
+
+std::string Joined(const std::vector<std::string>& parts) {
+  std::string text;
+  for (const auto& part : parts) text += (text.empty() ? "" : "; ") + part;
+  return text;
+}
+
+CInclineSensor_Position ReadUsableParameters(const std::string& path, std::ostream& warnings) {
+  const session::ParameterFileContent content = session::ReadParameterFile(path);
+  if (!content.problems.empty()) throw DataError(path + ": " + Joined(content.problems));
+  for (const auto& warning : content.warnings) {
+    warnings << "tiltpole: " << path << ": " << warning << '\n';
+  }
+  return content.position;
+}
 
 CInclineSensor_Position ParametersOf(const MeasureOptions& options, Console& console) {
   if (!options.params.empty()) return ReadUsableParameters(options.params, console.err);

@@ -6,9 +6,9 @@
 #include <nlohmann/json.hpp>
 
 #include "apps/session/number_text.h"
+#include "apps/session/parameter_file.h"
 #include "apps/tiltpole/commands/commands.h"
 #include "apps/tiltpole/commands/option_checks.h"
-#include "apps/tiltpole/parameter_file.h"
 #include "apps/tiltpole/text_table.h"
 
 namespace tiltpole::cli {
@@ -19,7 +19,7 @@ struct ParamsOptions {
   bool json = false;
 };
 
-void PrintText(const ParameterFileContent& content, std::ostream& out) {
+void PrintText(const session::ParameterFileContent& content, std::ostream& out) {
   TextTable table({"entry", "value"});
   for (const auto& entry : content.entries) {
     table.Row({entry.key, session::FixedText(entry.value, 10)});
@@ -27,7 +27,7 @@ void PrintText(const ParameterFileContent& content, std::ostream& out) {
   table.Print(out);
 }
 
-void PrintJson(const ParameterFileContent& content, std::ostream& out) {
+void PrintJson(const session::ParameterFileContent& content, std::ostream& out) {
   nlohmann::ordered_json json;
   json["usable"] = content.problems.empty();
   json["entries"] = nlohmann::ordered_json::object();
@@ -38,7 +38,7 @@ void PrintJson(const ParameterFileContent& content, std::ostream& out) {
 }
 
 int Params(const ParamsOptions& options, Console& console) {
-  const ParameterFileContent content = ReadParameterFile(options.file);
+  const session::ParameterFileContent content = session::ReadParameterFile(options.file);
   (options.json ? PrintJson : PrintText)(content, console.out);
   for (const auto& messages : {content.problems, content.warnings}) {
     for (const auto& message : messages) {

@@ -5,11 +5,11 @@
 #include <vector>
 
 #include "apps/session/output_file.h"
+#include "apps/session/parameter_file.h"
 #include "apps/session/session_writer.h"
 #include "apps/session/simulated_session.h"
 #include "apps/tiltpole/commands/commands.h"
 #include "apps/tiltpole/commands/option_checks.h"
-#include "apps/tiltpole/parameter_file.h"
 #include "apps/tiltpole/progress.h"
 
 namespace tiltpole::cli {
@@ -62,7 +62,7 @@ void WriteTrueParameters(const std::string& path, const session::PoleSettings& s
   CInclineSensor_Position position;
   position.SetMagneticCorrectPar_A(TrueCorrection(settings.errors_a));
   position.SetMagneticCorrectPar_B(TrueCorrection(settings.errors_b));
-  WriteParameterFile(path, position);
+  session::WriteParameterFile(path, position);
 }
 
 int Simulate(const SimulateOptions& options, Console& console) {

@@ -2,8 +2,8 @@
 
 #include <array>
 
+#include "apps/session/ascii_text.h"
 #include "apps/session/number_text.h"
-#include "apps/tiltpole/ascii_text.h"
 #include "apps/tiltpole/quality_output.h"
 #include "apps/tiltpole/report/figures.h"
 #include "apps/tiltpole/report/markup.h"
@@ -126,7 +126,7 @@ void WriteReasons(Markup& page, const CalibrationQuality& quality) {
     const bool remark = reason.Weight == Verdict::Good;
     page.Open("li", {{"class", NameOf(reason.Weight)}});
     page.Leaf("b", remark ? "remark" : NameOf(reason.Weight));
-    page.Text(NarrowAscii(reason.Sentence));
+    page.Text(session::NarrowAscii(reason.Sentence));
     page.Close();
   }
   page.Close();

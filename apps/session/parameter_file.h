@@ -2,13 +2,12 @@
 
 // Parameter files, looked at more closely than measuring does.
 
-#include <ostream>
 #include <string>
 #include <vector>
 
 #include "tiltpole/positioning/CInclineSensor_Position.h"
 
-namespace tiltpole::cli {
+namespace tiltpole::session {
 
 /// An entry of a parameter file.
 struct ParameterEntry {
@@ -25,16 +24,15 @@ struct ParameterFileContent {
   std::vector<std::string> problems;
   /// What is odd, but may be meant so.
   std::vector<std::string> warnings;
+  /// Whether a correction is anything but the default.
+  bool calibrated = false;
 };
 
 /// Reads and checks a parameter file; InputError if it cannot be read at all.
 /// @param path  UTF-8
 ParameterFileContent ReadParameterFile(const std::string& path);
 
-/// The same, for measuring: DataError if it cannot be relied on.
-CInclineSensor_Position ReadUsableParameters(const std::string& path, std::ostream& warnings);
-
 /// Writes a parameter file that appears whole or not at all; OutputError if that fails.
 void WriteParameterFile(const std::string& path, const CInclineSensor_Position& position);
 
-}  // namespace tiltpole::cli
+}  // namespace tiltpole::session

@@ -1,4 +1,4 @@
-#include "apps/tiltpole/parameter_file.h"
+#include "apps/session/parameter_file.h"
 
 #include <cmath>
 #include <filesystem>
@@ -6,19 +6,16 @@
 #include <iterator>
 #include <sstream>
 
+#include "apps/session/ascii_text.h"
 #include "apps/session/input_error.h"
 #include "apps/session/input_file.h"
 #include "apps/session/number_text.h"
 #include "apps/session/output_file.h"
-#include "apps/tiltpole/ascii_text.h"
-#include "apps/tiltpole/console.h"
 #include "tiltpole/persistence/CParameterFile.h"
 #include "tiltpole/positioning/parameter_keys.h"
 
-namespace tiltpole::cli {
+namespace tiltpole::session {
 namespace fs = std::filesystem;
-using session::InputError;
-using session::Quoted;
 namespace {
 
 void CheckEntry(const CParameterFile& file, const std::wstring& wide_key,
@@ -32,7 +29,7 @@ void CheckEntry(const CParameterFile& file, const std::wstring& wide_key,
   double value = 0.0;
   file.ReadDouble(wide_key, value);
   content.entries.push_back({key, value});
-  if (!session::ParseNumber(NarrowAscii(text))) {
+  if (!ParseNumber(NarrowAscii(text))) {
     content.problems.push_back(key + " is " + Quoted(NarrowAscii(text)) +
                                "; expected a finite decimal number");
   }
@@ -56,7 +53,7 @@ void WarnOfOddCorrection(const std::string& name, const Incline_MagneticCorrectP
                          std::vector<std::string>& warnings) {
   for (const auto& [field, scale] : {std::pair{".b", par.b}, std::pair{".e", par.e}}) {
     if (scale <= 0.0 || scale > 2.0) {
-      warnings.push_back(name + field + " is " + session::FixedText(scale, 4) +
+      warnings.push_back(name + field + " is " + FixedText(scale, 4) +
                          "; a calibration gives scales between 0 and 2");
     }
   }
@@ -70,20 +67,15 @@ bool IsDefault(const Incline_MagneticCorrectParameter& par) {
          par.d == 0.0 && par.b == 1.0 && par.e == 1.0;
 }
 
-void WarnOfOddValues(ParameterFileContent& content) {
+void JudgeValues(ParameterFileContent& content) {
   const auto par_a = content.position.GetMagneticCorrectPar_A();
   const auto par_b = content.position.GetMagneticCorrectPar_B();
   WarnOfOddCorrection("MagneticA", par_a, content.warnings);
   WarnOfOddCorrection("MagneticB", par_b, content.warnings);
-  if (IsDefault(par_a) && IsDefault(par_b)) {
+  content.calibrated = !IsDefault(par_a) || !IsDefault(par_b);
+  if (!content.calibrated) {
     content.warnings.emplace_back("both corrections are the default: nothing is calibrated");
   }
-}
-
-std::string Joined(const std::vector<std::string>& parts) {
-  std::string text;
-  for (const auto& part : parts) text += (text.empty() ? "" : "; ") + part;
-  return text;
 }
 
 // Saving does not report a full disk.
@@ -100,7 +92,7 @@ bool IsWhole(const fs::path& path) {
 ParameterFileContent ReadParameterFile(const std::string& path) {
   // Says why a path cannot be opened, which the library does not.
   std::istringstream no_standard_input;
-  const session::InputFile openable(path, no_standard_input);
+  const InputFile openable(path, no_standard_input);
   const std::wstring wide_path = fs::u8path(path).wstring();
   ParameterFileContent content;
   CParameterFile file;
@@ -112,28 +104,19 @@ ParameterFileContent ReadParameterFile(const std::string& path) {
     throw InputError(path, "is no parameter file; expected entries such as [MagneticA.a]0.0");
   }
   WarnOfDuplicates(path, content.warnings);
-  WarnOfOddValues(content);
+  JudgeValues(content);
   return content;
 }
 
-CInclineSensor_Position ReadUsableParameters(const std::string& path, std::ostream& warnings) {
-  const ParameterFileContent content = ReadParameterFile(path);
-  if (!content.problems.empty()) throw DataError(path + ": " + Joined(content.problems));
-  for (const auto& warning : content.warnings) {
-    warnings << "tiltpole: " << path << ": " << warning << '\n';
-  }
-  return content.position;
-}
-
 void WriteParameterFile(const std::string& path, const CInclineSensor_Position& position) {
-  session::PendingFile pending(path);
+  PendingFile pending(path);
   if (position.ConfigSave(pending.Path().wstring()) == 0) {
-    throw session::OutputError(path + ": cannot be opened for writing");
+    throw OutputError(path + ": cannot be opened for writing");
   }
   if (!IsWhole(pending.Path())) {
-    throw session::OutputError(path + ": cannot be written to its end");
+    throw OutputError(path + ": cannot be written to its end");
   }
   pending.Commit();
 }
 
-}  // namespace tiltpole::cli
+}  // namespace tiltpole::session

@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace tiltpole::cli {
+namespace tiltpole::session {
 
 /// Signs beyond ASCII become question marks.
 inline std::string NarrowAscii(const std::wstring& text) {
@@ -16,4 +16,4 @@ inline std::string NarrowAscii(const std::wstring& text) {
   return result;
 }
 
-}  // namespace tiltpole::cli
+}  // namespace tiltpole::session
