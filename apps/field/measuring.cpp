@@ -1,23 +1,16 @@
 #include "apps/field/measuring.h"
 
-#include <cmath>
-
 #include "tiltpole/records/magnetic_correction.h"
 
 namespace tiltpole::field {
 namespace {
 
-// What the library allows between B's corrected reading and the one that A lets expect [counts].
-constexpr double kLargestDifference = 300.0;
-
 bool ReadingsAgree(const PoseSensorData& corrected, const CInclineSensor_Position& position) {
   const MagneticReading expected =
       ExpectedReading_B(position.GetMagneticTranslationPar(),
                         {corrected.MagneticX_A, corrected.MagneticY_A, corrected.MagneticZ_A});
-  return std::fabs(corrected.MagneticX_B - expected.X) +
-             std::fabs(corrected.MagneticY_B - expected.Y) +
-             std::fabs(corrected.MagneticZ_B - expected.Z) <=
-         kLargestDifference;
+  return SumOfDifferences({corrected.MagneticX_B, corrected.MagneticY_B, corrected.MagneticZ_B},
+                          expected) <= kInterferenceDistance;
 }
 
 }  // namespace

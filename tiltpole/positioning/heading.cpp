@@ -14,12 +14,7 @@ using detail::ToDegrees;
 
 constexpr double kStillReadingDistance = 1000.0;  // sum of absolute differences [counts]
 constexpr double kStillTiltDifference = 0.5;      // [degrees]
-constexpr double kInterferenceDistance = 300.0;   // sum of absolute differences [counts]
 constexpr double kMountingAngle_B = 0.0;          // of magnetometer B about the pole [radians]
-
-double SumOfDifferences(const MagneticReading& a, const MagneticReading& b) {
-  return std::fabs(a.X - b.X) + std::fabs(a.Y - b.Y) + std::fabs(a.Z - b.Z);
-}
 
 // Clockwise from magnetic north to the x axis' horizontal projection, 0 to 2 pi [radians].
 //

@@ -4,6 +4,8 @@
 /// The magnetometer correction that the parameter records define, written once: measuring applies
 /// it and the calibration fits it.
 
+#include <cmath>
+
 #include "tiltpole/records/Incline_MagneticCorrectParameter.h"
 #include "tiltpole/records/Incline_MagneticTranslationParameter.h"
 
@@ -36,5 +38,15 @@ inline MagneticReading ExpectedReading_B(const Incline_MagneticTranslationParame
                                          const MagneticReading& corrected_A) {
   return {-(corrected_A.X + trans.dX), -(corrected_A.Y + trans.dY), corrected_A.Z + trans.dZ};
 }
+
+/// How far two readings lie apart: the sum of the absolute differences of their components
+/// [counts].
+inline double SumOfDifferences(const MagneticReading& a, const MagneticReading& b) {
+  return std::fabs(a.X - b.X) + std::fabs(a.Y - b.Y) + std::fabs(a.Z - b.Z);
+}
+
+/// Measuring reports interference where B's corrected reading lies further than this from
+/// ExpectedReading_B() [counts, by SumOfDifferences()].
+inline constexpr double kInterferenceDistance = 300.0;
 
 }  // namespace tiltpole

@@ -211,16 +211,12 @@ void FindMissingTilts(const TurnReadings& vertical, Reasons& reasons) {
 void FindUnfitTranslation(const Samples& corrected,
                           const Incline_MagneticTranslationParameter& translation,
                           Reasons& reasons) {
-  // The limit above which measuring reports interference [counts].
-  constexpr double kInterference = 300.0;
   std::size_t beyond = 0;
   for (const PoseSensorData& s : corrected) {
     const MagneticReading expected =
         ExpectedReading_B(translation, {s.MagneticX_A, s.MagneticY_A, s.MagneticZ_A});
-    const double off = std::fabs(expected.X - s.MagneticX_B) +
-                       std::fabs(expected.Y - s.MagneticY_B) +
-                       std::fabs(expected.Z - s.MagneticZ_B);
-    if (!(off <= kInterference)) ++beyond;
+    const double off = SumOfDifferences(expected, {s.MagneticX_B, s.MagneticY_B, s.MagneticZ_B});
+    if (!(off <= kInterferenceDistance)) ++beyond;
   }
   if (beyond * 10 <= corrected.size()) return;
   reasons.push_back(
