@@ -1,65 +1,19 @@
 #include "apps/tiltpole/report/page.h"
 
-#include <array>
-
 #include "apps/session/ascii_text.h"
 #include "apps/session/number_text.h"
 #include "apps/tiltpole/quality_output.h"
+#include "apps/tiltpole/report/course.h"
 #include "apps/tiltpole/report/figures.h"
 #include "apps/tiltpole/report/markup.h"
 #include "apps/tiltpole/report/pictures.h"
 #include "apps/tiltpole/report/style.h"
-#include "tiltpole/quality/rigorous_tip.h"
 #include "tiltpole/version.h"
 
 namespace tiltpole::cli {
 namespace {
 
 using Samples = std::vector<PoseSensorData>;
-
-// One magnetometer in one turn, before the correction and, where there is one, after it.
-struct Course {
-  Magnetometer magnetometer;
-  Turn turn;
-  std::string name;
-  TurnTrace before;
-  TurnTrace after;
-  const TurnFigures* figures_before;
-  const TurnFigures* figures_after;
-
-  const char* Colour() const { return magnetometer == Magnetometer::A ? "a" : "b"; }
-};
-
-Samples Corrected(const Samples& raw, const CalibrationReport& report) {
-  Samples corrected;
-  if (!report.parameters) return corrected;
-  for (const PoseSensorData& sample : raw) {
-    corrected.push_back(
-        CorrectSample(sample, report.parameters->correction_a, report.parameters->correction_b));
-  }
-  return corrected;
-}
-
-Course CourseOf(const CalibrationReport& report, Magnetometer magnetometer, Turn turn) {
-  const bool is_a = magnetometer == Magnetometer::A;
-  const bool horizontal = turn == Turn::Horizontal;
-  const MagnetometerQuality& quality = is_a ? report.quality.A : report.quality.B;
-  const Samples& raw = horizontal ? report.horizontal : report.vertical;
-  Course course;
-  course.magnetometer = magnetometer;
-  course.turn = turn;
-  course.name =
-      std::string(is_a ? "A" : "B") + (horizontal ? ", horizontal turn" : ", vertical turn");
-  course.figures_before = horizontal ? &quality.HorizontalBefore : &quality.VerticalBefore;
-  course.figures_after = horizontal ? &quality.HorizontalAfter : &quality.VerticalAfter;
-  course.before = TraceBefore(raw, magnetometer, turn, *course.figures_before);
-  if (report.parameters) {
-    course.after = TraceAfter(Corrected(raw, report), magnetometer, turn, *course.figures_after);
-  }
-  return course;
-}
-
-using Courses = std::array<Course, 4>;
 
 const char* MeaningOf(const CalibrationQuality& quality) {
   if (!quality.Calibrated) return "The calibration failed and gave no parameters.";
@@ -208,10 +162,7 @@ void WriteFigures(Markup& page, const CalibrationReport& report) {
 }
 
 void WriteBody(Markup& page, const CalibrationReport& report) {
-  const Courses courses = {CourseOf(report, Magnetometer::A, Turn::Horizontal),
-                           CourseOf(report, Magnetometer::B, Turn::Horizontal),
-                           CourseOf(report, Magnetometer::A, Turn::Vertical),
-                           CourseOf(report, Magnetometer::B, Turn::Vertical)};
+  const Courses courses = CoursesOf(report);
   page.Open("body");
   WriteVerdict(page, report);
   WriteReasons(page, report.quality);
