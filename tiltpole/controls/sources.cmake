@@ -13,6 +13,7 @@ set(tiltpole_controls_sources
     detail/kept_dial.cpp
     detail/layer.cpp
     detail/magnetic_plot.cpp
+    detail/plot_axes.cpp
     detail/plot_view.cpp
     detail/view_file.cpp)
 list(TRANSFORM tiltpole_controls_sources PREPEND "${CMAKE_CURRENT_LIST_DIR}/")

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <limits>
 
+#include "tiltpole/controls/detail/plot_axes.h"
 #include "tiltpole/controls/detail/plot_view.h"
 #include "tiltpole/controls/detail/rounding.h"
 #include "tiltpole/controls/detail/view_file.h"
@@ -12,27 +13,14 @@ namespace {
 
 constexpr std::uint32_t kSunkenEdges = 0x20200;  // client edge and static edge
 constexpr Color kFieldColor = Rgb(0, 0, 0);
-constexpr Color kAxisColor = Rgb(0, 255, 255);
-constexpr Color kLabelColor = Rgb(255, 0, 255);
 constexpr Color kCenterColor = Rgb(255, 0, 0);
 constexpr double kLargestTrustedScale = 1000.0;  // counts per pixel
-
-// Deliberate: no system has a face of this name, so the text comes in what the system puts in its
-// place, chosen by the family of sans-serif faces (32).
-const Font& LabelFont() {
-  static const Font font = {L"Arical", 14, 150, 32};
-  return font;
-}
 
 void DrawCross(DrawingContext& context, Point center) {
   context.MoveTo(Moved(center, -3, 0));
   context.LineTo(Moved(center, 3, 0));
   context.MoveTo(Moved(center, 0, -3));
   context.LineTo(Moved(center, 0, 3));
-}
-
-void DrawLabel(DrawingContext& face, Point place, const wchar_t* text) {
-  face.DrawTextAt(place, TextClip::Clipped, nullptr, text);
 }
 
 }  // namespace
@@ -130,7 +118,7 @@ void MagneticPlot::InvalidateCtrl() {
     layer->Context()->SetBackgroundColor(kFieldColor);
     layer->Context()->FillRectangle(client_, {kFieldColor});
   }
-  if (face_.Exists()) DrawAxes(*face_.Context());
+  if (face_.Exists()) DrawAxes(*face_.Context(), client_, kind_.vertical_label);
   DrawTrackPoints(points_.Context());
   DrawCenterPoints(points_.Context());
 }
@@ -142,26 +130,6 @@ void MagneticPlot::CreateLayersOnce() {
   if (window_context.get() == nullptr) return;
   face_.CreateOnce(*window_context.get(), client_);
   points_.CreateOnce(*window_context.get(), client_);
-}
-
-void MagneticPlot::DrawAxes(DrawingContext& face) const {
-  const Point corner = Moved({client_.left, client_.bottom}, 20, -20);
-  const SelectedPen pen(face, SolidPen(1, kAxisColor));
-  face.MoveTo(corner);
-  face.LineTo(Moved(corner, 50, 0));
-  face.LineTo(Moved(corner, 47, -3));
-  face.LineTo(Moved(corner, 47, 3));
-  face.LineTo(Moved(corner, 50, 0));
-  face.MoveTo(corner);
-  face.LineTo(Moved(corner, 0, -50));
-  face.LineTo(Moved(corner, -3, -47));
-  face.LineTo(Moved(corner, 3, -47));
-  face.LineTo(Moved(corner, 0, -50));
-
-  const SelectedFont font(face, LabelFont());
-  face.SetTextColor(kLabelColor);
-  DrawLabel(face, Moved(corner, -3, -68), kind_.vertical_label);
-  DrawLabel(face, Moved(corner, 55, -8), L"X");
 }
 
 Point MagneticPlot::Place(const MagneticPoint& point) const {

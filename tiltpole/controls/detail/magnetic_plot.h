@@ -40,7 +40,6 @@ class MagneticPlot {
   void CountMissed();
   void CreateLayersOnce();
   void ShowLayersOn(DrawingContext& window_context) const;
-  void DrawAxes(DrawingContext& face) const;
 
   ChildWindow& window_;
   const PlotKind& kind_;
