@@ -1,8 +1,8 @@
 #!/bin/bash
-# Builds the fuzzers with clang and its sanitizers and runs each for a while, two at a time, from the
-# inputs kept in fuzz/corpus. What one finds new stays in build/fuzz/grown; an input at which
-# something is wrong is kept in build/fuzz/found, and its trace in build/logs. Prints a table; the
-# last line is "N passed, N failed".
+# Builds the fuzzers with clang and its sanitizers and runs each for a while, two at a time (or as
+# many as AT_ONCE says), from the inputs kept in fuzz/corpus. What one finds new stays in
+# build/fuzz/grown; an input at which something is wrong is kept in build/fuzz/found, and its trace
+# in build/logs. Prints a table; the last line is "N passed, N failed".
 # usage: scripts/fuzz.sh [SECONDS [FUZZER...]]      60 seconds each, all of them
 set -uo pipefail
 cd "$(dirname "$0")/.." || exit 2
@@ -42,7 +42,7 @@ run() { # fuzzer: its exit status tells whether all was well
     "$grown" "fuzz/corpus/$fuzzer" >"$logs/fuzz-$fuzzer.log" 2>&1
 }
 
-at_once=2
+at_once=${AT_ONCE:-2}
 running=()
 declare -A fuzzer_of
 passed=0 failed=0
@@ -66,7 +66,7 @@ finish_one() {
   )" "$note")")
 }
 for fuzzer in "${fuzzers[@]}"; do
-  [ ${#running[@]} -lt $at_once ] || finish_one
+  [ ${#running[@]} -lt "$at_once" ] || finish_one
   run "$fuzzer" &
   running+=($!)
   fuzzer_of[$!]=$fuzzer
