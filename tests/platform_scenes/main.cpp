@@ -161,6 +161,8 @@ int main(int argc, char** argv) {
   SaveCompass("compass_north", {260, 240}, 0.0);
   SaveCompass("compass_east", {300, 300}, 90.0);
   SaveCompass("compass_southwest", {301, 280}, 217.5);
+  // So small that the labels run into each other.
+  SaveCompass("compass_dialog", {205, 155}, 312.0);
   SaveGauge<tiltpole::CGraphIncline_Left>("gauge_left", {100, 180}, 37.0, 90);
   SaveGauge<tiltpole::CGraphIncline_Right>("gauge_right", {121, 255}, 323.0, 270);
   SavePlot<tiltpole::CGraphMagnetic_XY>("plot_xy", {200, 100});
