@@ -89,6 +89,17 @@ TEST(Drawing, ALineToTheCurrentPositionDrawsNothing) {
   EXPECT_EQ(Picture(sheet), "...\n");
 }
 
+TEST(Drawing, WithoutAPenALineOnlyMovesThePosition) {
+  Sheet sheet(6, 2);
+  sheet.context.SelectPen(NullPen());
+  sheet.context.MoveTo({0, 0});
+  sheet.context.LineTo({3, 1});
+  EXPECT_EQ(Picture(sheet), "......\n......\n");
+  sheet.context.SelectPen(SolidPen(1, kInk));
+  sheet.context.LineTo({5, 1});
+  EXPECT_EQ(Picture(sheet), "......\n...##.\n");
+}
+
 TEST(Drawing, ATwoPixelPenCoversItsRowAndTheOneBefore) {
   Sheet sheet(5, 4);
   sheet.context.SelectPen(SolidPen(2, kInk));

@@ -12,6 +12,7 @@ using tiltpole::Brush;
 using tiltpole::RasterOperation;
 using tiltpole::Rgb;
 using tiltpole::SolidPen;
+using tiltpole::TextClip;
 using tiltpole::detail::QtBitmap;
 using tiltpole::detail::QtContext;
 
@@ -94,6 +95,76 @@ TEST(QtDrawing, AMemoryContextTakesABitmapOfOnePixelAtLeastAndKeepsItsOwnWithout
   tiltpole::Bitmap* const own = memory->SelectBitmap(bitmap.get());
   EXPECT_EQ(memory->SelectBitmap(nullptr), bitmap.get());
   EXPECT_EQ(memory->SelectBitmap(own), bitmap.get());
+}
+
+TEST(QtDrawing, ABitmapHasASizeOnARasterOfItsOwnAlone) {
+  const QtBitmap bitmap(4, 3, 1.0);
+  EXPECT_TRUE(bitmap.HasSize(4, 3, 1.0));
+  EXPECT_FALSE(bitmap.HasSize(5, 3, 1.0));
+  EXPECT_FALSE(bitmap.HasSize(2, 1, 2.0));
+  EXPECT_TRUE(QtBitmap(4, 3, 1.5).HasSize(4, 3, 1.5));
+}
+
+TEST(QtDrawing, ABitmapWithoutRowsHasOnePixelToo) {
+  Sheet sheet(2, 2);
+  const auto bitmap = sheet.context.CreateCompatibleBitmap(5, 0);
+  ASSERT_NE(bitmap, nullptr);
+  EXPECT_EQ(static_cast<QtBitmap&>(*bitmap).image.size(), QSize(1, 1));
+}
+
+// The rows of the ellipse end before its outline has turned towards the columns.
+TEST(QtDrawing, AnEllipseOneColumnWideIsAStrokeOfThePensWidth) {
+  Sheet sheet(7, 9);
+  sheet.context.SelectPen(SolidPen(3, kInk));
+  sheet.context.DrawEllipse({3, 2, 4, 7});
+  EXPECT_EQ(Picture(sheet.bitmap),
+            ".......\n"
+            "..###..\n"
+            "..###..\n"
+            "..###..\n"
+            "..###..\n"
+            "..###..\n"
+            "..###..\n"
+            "..###..\n"
+            ".......\n");
+}
+
+TEST(QtDrawing, AnEllipseOneRowHighIsAStrokeOfThePensWidth) {
+  Sheet sheet(9, 7);
+  sheet.context.SelectPen(SolidPen(3, kInk));
+  sheet.context.DrawEllipse({2, 3, 7, 4});
+  EXPECT_EQ(Picture(sheet.bitmap),
+            ".........\n"
+            ".........\n"
+            ".#######.\n"
+            ".#######.\n"
+            ".#######.\n"
+            ".........\n"
+            ".........\n");
+}
+
+TEST(QtDrawing, TextIsCutAtItsClipRectangleOnlyWhereThatIsAskedFor) {
+  const tiltpole::Rect left_half = {0, 0, 10, 20};
+  const auto draws_beyond = [&](TextClip clip) {
+    Sheet sheet(40, 20);
+    sheet.context.SetBackgroundColor(kFill);
+    sheet.context.DrawTextAt({0, 0}, clip, &left_half, L"          ");
+    return sheet.bitmap.image.pixel(12, 0) == qRgb(200, 0, 0);
+  };
+  EXPECT_TRUE(draws_beyond(TextClip::None));
+  EXPECT_FALSE(draws_beyond(TextClip::Clipped));
+}
+
+TEST(QtDrawing, AFontHasNoMoreThanTheHeightOfItsCellDownToOnePixel) {
+  for (const int height : {1, 2, 9}) {
+    Sheet sheet(20, 20);
+    sheet.context.SelectFont(tiltpole::Font{L"", height, 0, 0});
+    sheet.context.SetBackgroundColor(kFill);
+    sheet.context.SetTextColor(kInk);
+    sheet.context.DrawTextAt({0, 0}, TextClip::None, nullptr, L"M");
+    EXPECT_NE(sheet.bitmap.image.pixel(0, 0), qRgb(0, 0, 0)) << height;
+    EXPECT_EQ(sheet.bitmap.image.pixel(0, height), qRgb(0, 0, 0)) << height;
+  }
 }
 
 TEST(QtDrawing, ALineThatIsShortenedToNothingFarOutsideDrawsNothing) {

@@ -23,7 +23,9 @@ std::vector<QPoint> Quarter(int width, int height) {
   for (int y = first_y; y <= height; y += 2) {
     const double slope_limit = b * b / std::hypot(a, b);
     if (y / 2.0 > slope_limit) break;
-    const double x = a * std::sqrt(std::max(0.0, 1.0 - y * y / 4.0 / (b * b)));
+    // An ellipse of one row alone has its whole width there.
+    const double height_share = b > 0.0 ? y * y / 4.0 / (b * b) : 0.0;
+    const double x = a * std::sqrt(std::max(0.0, 1.0 - height_share));
     points.push_back({2 * Rounded(x - first_x / 2.0) + first_x, y});
   }
   const int from = points.empty() ? width : points.back().x() - 2;
@@ -37,7 +39,6 @@ std::vector<QPoint> Quarter(int width, int height) {
 }  // namespace
 
 void WidePen::FillSpan(int left, int right, int y) {
-  if (y < 0 || y >= image_.height()) return;
   left = std::max(left, 0);
   right = std::min(right, image_.width());
   auto* const line = reinterpret_cast<QRgb*>(image_.scanLine(y));
@@ -60,7 +61,7 @@ void WidePen::FillConvex(const QPoint (&corners)[4]) {
     for (int i = 0; i < 4; ++i) {
       const QPoint& p = corners[i];
       const QPoint& q = corners[(i + 1) % 4];
-      if (p.y() == q.y() || y < std::min(p.y(), q.y()) || y >= std::max(p.y(), q.y())) continue;
+      if (y < std::min(p.y(), q.y()) || y >= std::max(p.y(), q.y())) continue;
       const double x = p.x() + (y - p.y()) * static_cast<double>(q.x() - p.x()) / (q.y() - p.y());
       left = std::min(left, x);
       right = std::max(right, x);
@@ -135,7 +136,7 @@ void WidePen::DrawEllipse(const QRect& box) {
       for (std::size_t i = 0; i < quarter.size(); ++i) {
         const QPoint point((twice_middle_x + sign_x * quarter[i].x()) / 2,
                            (twice_middle_y + sign_y * quarter[i].y()) / 2);
-        if (i > 0 && point != before) DrawSegment(before, point);
+        if (i > 0) DrawSegment(before, point);
         DrawEnd(point);
         before = point;
       }
