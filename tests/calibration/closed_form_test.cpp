@@ -131,6 +131,11 @@ TEST(ClosedForm, VectorsThatAreTooShortGiveNoNumbersAndNoCrash) {
   Incline_MagneticCorrectParameter out;
   EXPECT_EQ(AdjustAccess().MagCorrPara(CSZMatrix(), CSZMatrix(1), CSZMatrix(0, 3), out), 1);
   EXPECT_TRUE(std::isnan(out.e));
+  const CSZMatrix columnless(5, 0);
+  out = {};
+  EXPECT_EQ(AdjustAccess().MagCorrPara(columnless, columnless, columnless, out), 1);
+  EXPECT_TRUE(std::isnan(out.e));
+  EXPECT_TRUE(std::isnan(out.x0));
 }
 
 }  // namespace

@@ -31,6 +31,13 @@ TEST(SweepThinning, KeepsAFallingSweepAcrossTheJumpFrom1To359) {
   EXPECT_EQ(FirstColumn(kept), (std::vector<double>{9, 5, 1, 359, 355, 350}));
 }
 
+TEST(SweepThinning, ASweepWithoutRowsOrColumnsStaysAsItIs) {
+  EXPECT_EQ(ThinSweep(CSZMatrix(0, 3)).GetRow(), 0U);
+  EXPECT_EQ(ThinSweep(CSZMatrix(0, 3)).GetCol(), 3U);
+  EXPECT_EQ(ThinSweep(CSZMatrix(4, 0)).GetRow(), 4U);
+  EXPECT_EQ(ThinSweep(CSZMatrix(4, 0)).GetCol(), 0U);
+}
+
 TEST(SweepThinning, AStepOfExactlyThreeIsKeptAndOneBelowIsNot) {
   const CSZMatrix kept = ThinSweep(Rows({{10}, {12.999}, {13}, {20}, {1}}));
   EXPECT_EQ(FirstColumn(kept), (std::vector<double>{10, 13, 20, 1}));

@@ -162,6 +162,17 @@ TEST(LineFit, WithCorrelatedCoordinatesTheSlopesAreNotThoseOfThePlane) {
   EXPECT_NEAR(slopes.GetData(1), 5.0, 1e-12);
 }
 
+TEST(LineFit, AnAxisThatThereIsNotGivesZeros) {
+  const MessageCapture messages;
+  for (const int axis : {-1, 3}) {
+    const CSZMatrix slopes = AdjustAccess().LineFit(Rows({{0, 0, 1}, {1, 1, 6}, {2, 2, 11}}), axis);
+    EXPECT_EQ(slopes.GetRow(), 2U);
+    EXPECT_EQ(slopes.GetData(0), 0.0);
+    EXPECT_EQ(slopes.GetData(1), 0.0);
+  }
+  EXPECT_TRUE(messages.shown.empty());
+}
+
 TEST(LineFit, TwoColumnsAreToldAndGiveATwoByOneMatrix) {
   const MessageCapture messages;
   const CSZMatrix slopes = AdjustAccess().LineFit(Rows({{1, 0}}), 2);

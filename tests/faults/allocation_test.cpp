@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include "calibration/adjust_access.h"
 #include "calibration/random_session.h"
 #include "calibration/same_bits.h"
 #include "faults/allocation_fixture.h"
@@ -101,6 +102,19 @@ TEST_F(Allocations, AReplacementThatCannotBeBegunLeavesNothingBehind) {
     return Ended::Thrown;
   });
   EXPECT_GT(failures, 1);
+}
+
+TEST_F(Allocations, AFileThatHasNoRoomForItsPathIsNotRemoved) {
+  const TemporaryFolder folder;
+  const std::wstring path = folder / L"a file whose path is too long for a text of its own";
+  WriteBytes(path, "kept");
+  const long failures = FailEachAllocation([&](long after) {
+    const Ended ended = RunWithFailure(after, [&] { detail::RemoveFile(path); });
+    EXPECT_NE(ended, Ended::Thrown);
+    EXPECT_EQ(detail::PathExists(path), ended == Ended::Coped) << "after " << after;
+    return ended;
+  });
+  EXPECT_GT(failures, 0);
 }
 
 // --- estimation
@@ -230,6 +244,31 @@ bool SameElements(const CSZMatrix& a, const CSZMatrix& b) {
     }
   }
   return true;
+}
+
+TEST_F(Allocations, AMatrixThatTellsItsSizeButHasNoStorageIsNotFiltered) {
+  const CSZMatrix sweep = Sweep();
+  tiltpole_test::FailAllocationAfter(0);
+  CSZMatrix bare(sweep);
+  ASSERT_TRUE(tiltpole_test::StopFailing());
+  ASSERT_EQ(bare.m_pData, nullptr);
+  ASSERT_EQ(bare.GetRow(), 12U);
+  CInclineSensor_MagneticAdjust adjust;
+  adjust.DataFilter(bare);
+  adjust.MatrixFilter(bare);
+  EXPECT_EQ(bare.m_pData, nullptr);
+  EXPECT_EQ(bare.GetRow(), 12U);
+}
+
+TEST_F(Allocations, ConicsThatHaveNoStorageGiveACorrectionOfNoNumbers) {
+  const CSZMatrix conic(5);
+  tiltpole_test::FailAllocationAfter(0);
+  const CSZMatrix bare(conic);
+  ASSERT_TRUE(tiltpole_test::StopFailing());
+  ASSERT_EQ(bare.GetRow(), 5U);
+  Incline_MagneticCorrectParameter out;
+  EXPECT_EQ(tiltpole_test::AdjustAccess().MagCorrPara(bare, bare, bare, out), 1);
+  EXPECT_TRUE(std::isnan(out.x0));
 }
 
 TEST_F(Allocations, AMatrixThatCannotBeFilteredStaysAsItWas) {

@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the linker's own names.
 // Each __wrap_x takes the calls of x in this program, the library's included; __real_x is x.
 extern "C" {
 std::FILE* __real_fopen(const char* path, const char* mode);
@@ -140,3 +141,4 @@ int __wrap_access(const char* path, int mode) {
 
 int __wrap_ferror(std::FILE* file) { return stream_error ? 1 : __real_ferror(file); }
 }
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)

@@ -106,8 +106,10 @@ TYPED_TEST(ScreeningAllocations, ASelectionThatHadNoRoomChangesNothing) {
 // The order of equal azimuths needs room of its own for each of them.
 TYPED_TEST(ScreeningAllocations, AnArrayThatCannotBeSortedKeepsItsOrderAndItsMarks) {
   std::vector<PoseSensorData> records(30);
-  for (std::size_t i = 0; i < records.size(); ++i) {
-    records[i].Azimuth = 10.0 * static_cast<double>((30 - i) / 3);
+  double azimuth = 300.0;
+  for (PoseSensorData& rec : records) {
+    rec.Azimuth = 30.0 * std::ceil(azimuth / 30.0);
+    azimuth -= 10.0;
   }
   const long failures = FailEachAllocation([&](long after) {
     PoseSensorDataArray arr;
@@ -123,8 +125,8 @@ TYPED_TEST(ScreeningAllocations, AnArrayThatCannotBeSortedKeepsItsOrderAndItsMar
       for (const PoseSensorData& rec : records) EXPECT_EQ(rec.Forward, 7) << "after " << after;
     } else {
       EXPECT_EQ(ended, Ended::Done);
-      EXPECT_EQ(arr[0]->Azimuth, 0.0);
-      EXPECT_EQ(arr[29]->Azimuth, 100.0);
+      EXPECT_EQ(arr[0]->Azimuth, 30.0);
+      EXPECT_EQ(arr[29]->Azimuth, 300.0);
     }
     return ended;
   });

@@ -31,6 +31,18 @@ TEST_F(PlatformFileTest, WritesBytesAsTheyAre) {
   EXPECT_EQ(ReadBytes(folder / L"a"), std::string("1\r\n\n\0\x80", 6));
 }
 
+TEST_F(PlatformFileTest, AFileNamedWithoutAFolderIsReplacedInTheCurrentOne) {
+  const std::filesystem::path before = std::filesystem::current_path();
+  WriteBytes(folder / L"new", "new");
+  WriteBytes(folder / L"old", "old");
+  std::filesystem::current_path(tiltpole_test::NativePath(folder.Path()));
+  EXPECT_TRUE(MoveOverFile(L"new", L"old"));
+  EXPECT_FALSE(MoveOverFile(L"new", L"old"));
+  std::filesystem::current_path(before);
+  EXPECT_EQ(ReadBytes(folder / L"old"), "new");
+  EXPECT_FALSE(PathExists(folder / L"new"));
+}
+
 TEST_F(PlatformFileTest, CreateEmptiesAFileThatExists) {
   WriteBytes(folder / L"a", "a long old text");
   ASSERT_TRUE(file.Create(folder / L"a"));

@@ -145,6 +145,8 @@ TEST(ParseDouble, TextThatIsNoNumberIsZero) {
   EXPECT_EQ(ParseDouble(L"."), 0.0);
   EXPECT_EQ(ParseDouble(L"--1"), 0.0);
   EXPECT_EQ(ParseDouble(L"+-1"), 0.0);
+  EXPECT_EQ(ParseDouble(L"-+1"), 0.0);
+  EXPECT_EQ(ParseDouble(L"++1"), 0.0);
   EXPECT_EQ(ParseDouble(L"- 1"), 0.0);
   EXPECT_EQ(ParseDouble(L"e5"), 0.0);
   EXPECT_FALSE(std::signbit(ParseDouble(L"-x"))) << "a sign without a number counts for nothing";

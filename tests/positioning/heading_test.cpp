@@ -417,6 +417,12 @@ TEST_F(PositionHeading, ADirectionRunsCounterClockwiseFromTheXAxis) {
   EXPECT_DOUBLE_EQ(position.ConverseYaw_True(2.0, -2.0), 315.0);
 }
 
+TEST_F(PositionHeading, ADirectionOfWhatIsNoNumberIsZero) {
+  EXPECT_EQ(position.ConverseYaw_True(kNotANumber, 1.0), 0.0);
+  EXPECT_EQ(position.ConverseYaw_True(kNotANumber, -1.0), 0.0);
+  EXPECT_EQ(position.ConverseYaw_True(1.0, kNotANumber), 0.0);
+}
+
 TEST_F(PositionHeading, ADirectionComparesYWithExactlyZero) {
   EXPECT_EQ(position.ConverseYaw_True(9e-7, 1e-300), 90.0);
   EXPECT_EQ(position.ConverseYaw_True(9e-7, -1e-300), 270.0);

@@ -50,6 +50,17 @@ class PositionSolver : public ::testing::Test {
   xyhCoordinate result;
 };
 
+TEST_F(PositionSolver, ATiltThatIsNoNumberGivesATipThatIsNone) {
+  for (const double other : {-10.0, 10.0}) {
+    EXPECT_EQ(position.Position_Geometry_A({}, Tilted(other, kNotANumber), 2.0, result), 1);
+    EXPECT_TRUE(std::isnan(result.x)) << other;
+    EXPECT_TRUE(std::isnan(result.y)) << other;
+    EXPECT_EQ(position.Position_Geometry_A({}, Tilted(kNotANumber, other), 2.0, result), 1);
+    EXPECT_TRUE(std::isnan(result.x)) << other;
+    EXPECT_TRUE(std::isnan(result.y)) << other;
+  }
+}
+
 TEST_F(PositionSolver, APlumbPoleHasItsTipBelowTheAntenna) {
   PoseSensorData data;
   EXPECT_EQ(position.Position(data, 2.0, result), 1);

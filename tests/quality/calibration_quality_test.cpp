@@ -326,6 +326,28 @@ TEST(CalibrationQuality, ManySamplesAreDroppedByTheFitsLimitAndThisIsOnlyARemark
   EXPECT_EQ(reason->Weight, Verdict::Good);
 }
 
+TEST(CalibrationQuality, SamplesThatTheVerticalTurnAloneLosesAreARemarkToo) {
+  Random random(5);
+  SimulatedSession session = RandomSession(random, 0.001, 0.1);
+  session.samples = 600;
+  RecordTurns(session, random);
+  session.horizontal.resize(20);
+  const CalibrationQuality quality = JudgeWithDefaults(session);
+  EXPECT_EQ(quality.A.HorizontalDropped, 0);
+  EXPECT_GT(quality.A.VerticalDropped, 300);
+  EXPECT_NE(Find(quality, QualityCode::SamplesDropped), nullptr);
+}
+
+TEST(CalibrationQuality, AFewSamplesOfTheHorizontalTurnTellNoErrorOfTheSensor) {
+  SimulatedSession session = IdealSession(72);
+  const CalibrationQuality all = JudgeWithDefaults(session);
+  session.horizontal.resize(7);
+  const CalibrationQuality few = JudgeWithDefaults(session);
+  EXPECT_EQ(all.Result, Verdict::Good);
+  EXPECT_EQ(few.Result, Verdict::Unusable);
+  EXPECT_EQ(few.Horizontal.Samples, 7);
+}
+
 TEST(CalibrationQuality, TipOptionsTakeTheExpectedErrorsAsDeviations) {
   CalibrationQuality quality;
   quality.A.Heading.RootMeanSquare = 0.4;

@@ -53,6 +53,28 @@ TEST(ParameterCheck, AnotherPolesParametersAreFoundOut) {
   }
 }
 
+TEST(ParameterCheck, ATiltThatIsNoNumberCountsAsNone) {
+  Random random(3);
+  const SimulatedSession session = RandomSession(random, 0.002, 0.3);
+  const auto samples = Measurements(session, random);
+  for (double PoseSensorData::*const tilt :
+       {&PoseSensorData::InclineX, &PoseSensorData::InclineY}) {
+    auto level = samples;
+    auto broken = samples;
+    for (PoseSensorData& sample : level) sample.InclineX = sample.InclineY = 0.0;
+    for (PoseSensorData& sample : broken) {
+      sample.*tilt = std::numeric_limits<double>::quiet_NaN();
+    }
+    const auto expected = CheckParameters(level, {}, {});
+    const auto found = CheckParameters(broken, {}, {});
+    ASSERT_FALSE(expected.empty());
+    ASSERT_EQ(found.size(), expected.size());
+    for (std::size_t i = 0; i < found.size(); ++i) {
+      EXPECT_EQ(found[i].Sentence, expected[i].Sentence);
+    }
+  }
+}
+
 TEST(ParameterCheck, WithoutAUsableSampleNothingIsFound) {
   PoseSensorData broken;
   broken.MagneticX_A = std::numeric_limits<double>::quiet_NaN();

@@ -177,6 +177,32 @@ TEST(PointQuality, SaysSoWhenTheTipCannotBeTold) {
   EXPECT_TRUE(std::isnan(quality.Height));
 }
 
+// The error of a tilt at the edge of what a tilt can be has no size.
+TEST(PointQuality, OfAPoleThatLiesFlatButForTheErrorOfItsTiltIsNotTold) {
+  PointDeviations deviations;
+  deviations.Tilt = 1.0;
+  const PointQuality quality =
+      JudgePoint(Measured(LeaningPole(0.0, 89.0, 0.0), 30.0), kLength, {}, deviations);
+  EXPECT_TRUE(std::isnan(quality.North));
+  EXPECT_EQ(quality.Limit, PointLimit::NotTold);
+  EXPECT_FALSE(quality.Statement.empty());
+}
+
+// Rounding takes the shorter axis of such an ellipse to either side of 0.
+TEST(PointQuality, AnEllipseFromTheHeadingAloneIsALineAndStillANumber) {
+  PointDeviations deviations;
+  deviations.Tilt = deviations.Length = 0.0;
+  RigorousTipOptions options;
+  options.HeadingDeviation_A = options.HeadingDeviation_B = 1e-7;
+  for (double heading = 0.5; heading < 360.0; heading += 1.0) {
+    const PointQuality quality = JudgePoint(
+        Measured(LeaningPole(heading, 30.0, heading / 2.0), 60.0), kLength, options, deviations);
+    EXPECT_GT(quality.SemiMajor, 0.0);
+    EXPECT_GE(quality.SemiMinor, 0.0);
+    EXPECT_LT(quality.SemiMinor, 1e-3 * quality.SemiMajor);
+  }
+}
+
 TEST(PointQuality, AReportThatNobodyHasFilledIsAllZeros) {
   const PointQuality report;
   for (const double value :

@@ -175,6 +175,12 @@ TEST(RigorousTip, AMagnetometerThatReadsNothingLeavesTheOther) {
   EXPECT_NEAR(tip.Heading, 40.0, 3.0);
   EXPECT_TRUE(std::isnan(tip.HeadingDifference));
   EXPECT_FALSE(tip.Agree);
+  sample = Measured(LeaningPole(40.0, 20.0, 200.0), 60.0);
+  sample.MagneticX_B = sample.MagneticY_B = sample.MagneticZ_B = 0.0;
+  const RigorousTip of_a = SolveRigorousTip(sample, kLength);
+  EXPECT_EQ(of_a.Source, HeadingSource::Magnetometer_A);
+  EXPECT_TRUE(std::isnan(of_a.HeadingDifference));
+  EXPECT_FALSE(of_a.Agree);
 }
 
 TEST(RigorousTip, TiltsThatCannotBelongToPerpendicularAxesAreSaidToBeImpossible) {

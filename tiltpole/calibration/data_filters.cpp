@@ -40,9 +40,9 @@ void CInclineSensor_MagneticAdjust::DataFilter(CSZMatrix& M) {
   ThrowUnless(result.m_pData != nullptr);
 
   filter_.SetMatrixOrder(kSmoothedColumns, kSmoothedColumns);
-  ThrowUnless(filter_.SetSystemMatrix(identity, zeros, identity, identity, zeros) == 1 &&
-              filter_.SetNoise(noise, noise) == 1 &&
-              filter_.SetInitialData(RowAsColumn(M, 0), Scalar(25.0)) == 1);
+  ThrowUnless(filter_.SetSystemMatrix(identity, zeros, identity, identity, zeros) == 1);
+  ThrowUnless(filter_.SetNoise(noise, noise) == 1);
+  ThrowUnless(filter_.SetInitialData(RowAsColumn(M, 0), Scalar(25.0)) == 1);
   for (unsigned int i = 1; i < M.GetRow(); ++i) {
     const CSZMatrix smoothed = filter_.Filter(RowAsColumn(M, i), input, 0);
     ThrowUnless(smoothed.m_pData != nullptr);

@@ -69,7 +69,7 @@ namespace {
 
 // A vector that is too short has no such coefficient.
 double CoefficientOf(const CSZMatrix& p, unsigned int i) {
-  if (i >= p.GetRow() || p.GetCol() == 0 || p.m_pData == nullptr) {
+  if (i >= p.GetRow() || p.m_pData == nullptr) {
     return std::numeric_limits<double>::quiet_NaN();
   }
   return p.GetData(i);

@@ -65,7 +65,7 @@ double OrderOfMagnitude(std::string_view number, char exponent_mark, double bits
   for (; at < number.size(); ++at) {
     if (number[at] == '.') {
       point_seen = true;
-    } else if ((number[at] | 0x20) == exponent_mark || HexDigit(number[at]) < 0) {
+    } else if ((number[at] | 0x20) == exponent_mark) {
       break;
     } else {
       digit_counts = digit_counts || number[at] != '0';
@@ -75,7 +75,7 @@ double OrderOfMagnitude(std::string_view number, char exponent_mark, double bits
   }
   if (at == number.size()) return places;
   number.remove_prefix(at + 1);
-  const double minus = !number.empty() && number.front() == '-' ? -1.0 : 1.0;
+  const double minus = number.substr(0, 1) == "-" ? -1.0 : 1.0;
   double exponent = 0.0;
   for (const char sign : number) {
     if (IsDigit(static_cast<wchar_t>(sign))) exponent = exponent * 10.0 + (sign - '0');
@@ -87,8 +87,8 @@ double OrderOfMagnitude(std::string_view number, char exponent_mark, double bits
 std::optional<double> ParseMagnitude(std::string_view number) {
   const bool hexadecimal = IsHexadecimal(number);
   if (hexadecimal) number.remove_prefix(2);
-  // The sign was taken already; a second one makes this no number.
-  if (number.empty() || number.front() == '-' || number.front() == '+') return std::nullopt;
+  // The sign was taken already; a second one makes this no number. A '+' is none for from_chars.
+  if (number.empty() || number.front() == '-') return std::nullopt;
 
   double value = 0.0;
   const auto format = hexadecimal ? std::chars_format::hex : std::chars_format::general;

@@ -58,6 +58,14 @@ TEST(QtStaticWindow, IsSubclassedOnceAndErasedAndPaintedWhenFirstShown) {
   EXPECT_EQ(label.calls, (std::vector<std::string>{"subclass", "erase", "paint"}));
 }
 
+TEST(QtStaticWindow, IsSubclassedOnceHoweverOftenItIsPolished) {
+  BlueLabel label;
+  QEvent polish(QEvent::Polish);
+  QApplication::sendEvent(&label, &polish);
+  QApplication::sendEvent(&label, &polish);
+  EXPECT_EQ(label.calls, (std::vector<std::string>{"subclass"}));
+}
+
 TEST(QtStaticWindow, WhatIsDrawnAtOnceStaysWithoutAPaint) {
   BlueLabel label;
   label.resize(20, 10);

@@ -29,10 +29,11 @@ void FindTooFew(int samples, ConcernedTurn turn, Reasons& reasons) {
                          L". Turn once around more slowly, or record more often."});
 }
 
+// Of one reading at least.
 double MeanStrength(const std::vector<Vector3>& readings) {
   double sum = 0.0;
   for (const Vector3& reading : readings) sum += Norm(reading);
-  return readings.empty() ? 0.0 : sum / static_cast<double>(readings.size());
+  return sum / static_cast<double>(readings.size());
 }
 
 void FindNoTurn(const std::vector<Vector3>& readings, ConcernedMagnetometer magnetometer,
