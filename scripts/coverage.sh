@@ -25,7 +25,7 @@ scripts/install_packages.sh || exit 1
 cmake --preset coverage "${launcher[@]}" >"$logs/configure.log" 2>&1 ||
   { cat "$logs/configure.log"; exit 1; }
 mapfile -t programs < <(
-  ninja -C "$build" -t targets all | sed -nE 's!^(tests/.*/(tests_[a-z_]+|platform_scenes)): CXX_EXECUTABLE.*!\1!p')
+  ninja -C "$build" -t targets all | sed -nE 's!^(tests/.*/(tests_[a-z_]+|platform_scenes|session_in_c)): CXX_EXECUTABLE.*!\1!p')
 cmake --build "$build" -j "${JOBS:-$(nproc)}" --target "${programs[@]}" >"$logs/build.log" 2>&1 ||
   { cat "$logs/build.log"; exit 1; }
 
@@ -40,6 +40,7 @@ run() { # program, arguments...
 }
 for program in "${programs[@]}"; do
   case $program in
+    */session_in_c) run "$program" "$build/session_in_c.txt" ;;
     */platform_scenes) run "$program" "$build/tests/platform_scenes/pictures" ;;
     */tests_platform_qt)
       run "$program"

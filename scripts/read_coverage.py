@@ -7,8 +7,10 @@ gcovr would read gcov's own text, but that does not tell the branches of excepti
 where a function was compiled into several programs and one of them never calls it. gcov's JSON
 does.
 
-Left out are the branches of exceptions, lines of braces alone, where the compiler only puts what
-clears up behind an exception, and what scripts/coverage_exclusions.txt names with a reason.
+Left out are the branches of exceptions, those in code that only an exception leads to (see
+exception_paths.py; a handler that never runs still shows, by its lines), lines of braces alone,
+where the compiler only puts what clears up behind an exception, and what
+scripts/coverage_exclusions.txt names with a reason.
 """
 
 import collections
@@ -20,6 +22,8 @@ import re
 import subprocess
 import sys
 
+from exception_paths import ExceptionPaths
+
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 LIBRARY = ROOT / "tiltpole"
 TEST_CODE = LIBRARY / "platform" / "recording"
@@ -29,10 +33,12 @@ EXCLUSIONS = ROOT / "scripts" / "coverage_exclusions.txt"
 def gcov(notes):
     result = subprocess.run(["gcov", "--json-format", "--stdout", "--branch-probabilities", notes],
                             cwd=notes.parent, capture_output=True, text=True, check=True)
-    return [found for text in result.stdout.splitlines() for found in of_library(json.loads(text))]
+    exceptional = ExceptionPaths(notes)
+    return [found for text in result.stdout.splitlines()
+            for found in of_library(json.loads(text), exceptional)]
 
 
-def of_library(report):
+def of_library(report, exceptional):
     """(path, line number, count, counts of its branches) for each line of each function."""
     for file in report["files"]:
         path = pathlib.Path(os.path.normpath(
@@ -40,7 +46,10 @@ def of_library(report):
         if LIBRARY not in path.parents or TEST_CODE in path.parents:
             continue
         for line in file["lines"]:
-            branches = tuple(b["count"] for b in line["branches"] if not b["throw"])
+            left_out = exceptional.of(line.get("function_name"), file["file"],
+                                      line["line_number"], len(line["branches"]))
+            branches = tuple(branch["count"] for branch, exception in zip(line["branches"], left_out)
+                             if not branch["throw"] and not exception)
             yield str(path.relative_to(ROOT)), line["line_number"], line["count"], branches
 
 
