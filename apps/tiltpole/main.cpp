@@ -56,7 +56,7 @@ bool ErrorIsTerminal() { return isatty(STDERR_FILENO) != 0; }
 
 // A file that outgrows the limit of the shell is told like a full disk, and does not end the
 // program between an output and its clearing up.
-void PrepareStreams() { std::signal(SIGXFSZ, SIG_IGN); }
+void PrepareStreams() { static_cast<void>(std::signal(SIGXFSZ, SIG_IGN)); }
 #endif
 
 }  // namespace
