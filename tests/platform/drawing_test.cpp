@@ -91,13 +91,14 @@ TEST(Drawing, ALineToTheCurrentPositionDrawsNothing) {
 
 TEST(Drawing, WithoutAPenALineOnlyMovesThePosition) {
   Sheet sheet(6, 2);
+  sheet.context.FillRectangle({0, 0, 6, 2}, Brush{kFill});
   sheet.context.SelectPen(NullPen());
   sheet.context.MoveTo({0, 0});
   sheet.context.LineTo({3, 1});
-  EXPECT_EQ(Picture(sheet), "......\n......\n");
+  EXPECT_EQ(Picture(sheet), "oooooo\noooooo\n");
   sheet.context.SelectPen(SolidPen(1, kInk));
   sheet.context.LineTo({5, 1});
-  EXPECT_EQ(Picture(sheet), "......\n...##.\n");
+  EXPECT_EQ(Picture(sheet), "oooooo\nooo##o\n");
 }
 
 TEST(Drawing, ATwoPixelPenCoversItsRowAndTheOneBefore) {

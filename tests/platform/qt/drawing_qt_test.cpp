@@ -98,10 +98,10 @@ TEST(QtDrawing, AMemoryContextTakesABitmapOfOnePixelAtLeastAndKeepsItsOwnWithout
 }
 
 TEST(QtDrawing, ABitmapHasASizeOnARasterOfItsOwnAlone) {
-  const QtBitmap bitmap(4, 3, 1.0);
-  EXPECT_TRUE(bitmap.HasSize(4, 3, 1.0));
-  EXPECT_FALSE(bitmap.HasSize(5, 3, 1.0));
-  EXPECT_FALSE(bitmap.HasSize(2, 1, 2.0));
+  const QtBitmap bitmap(4, 2, 1.0);
+  EXPECT_TRUE(bitmap.HasSize(4, 2, 1.0));
+  EXPECT_FALSE(bitmap.HasSize(5, 2, 1.0));
+  EXPECT_FALSE(bitmap.HasSize(2, 1, 2.0)) << "its pixels are as many, but they are larger";
   EXPECT_TRUE(QtBitmap(4, 3, 1.5).HasSize(4, 3, 1.5));
 }
 
