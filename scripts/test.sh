@@ -69,6 +69,11 @@ start_wine() {
   # There is no window manager on the screen; Wine would wait for it at every window.
   step "$logs/$target-wine.log" timeout 60 "$2" reg add 'HKCU\Software\Wine\X11 Driver' \
     /v Managed /d N /f || return 1
+  # Ends of blocks and blocks given back are marked (0x10 and 0x20), so that the tests can see
+  # whether somebody wrote there: tests/support/heap_check.cpp.
+  step "$logs/$target-wine.log" timeout 60 "$2" reg add \
+    'HKLM\System\CurrentControlSet\Control\Session Manager' /v GlobalFlag /t REG_DWORD /d 0x30 /f ||
+    return 1
   local server=/usr/lib/wine/wineserver
   [ -x $server ] || server=wineserver
   "$server" -p
