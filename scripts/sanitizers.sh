@@ -15,7 +15,8 @@ cmake --build --preset sanitizers -j "$(nproc)"
 
 # A block that is too large is a failed allocation, which the library has to take.
 export ASAN_OPTIONS=allocator_may_return_null=1:detect_leaks=1:strict_string_checks=1
-# What Qt and the system's font library keep for the life of the process is not ours.
+export ASAN_OPTIONS=$ASAN_OPTIONS:suppressions=$PWD/scripts/addresses-of-others.txt
+# What Qt and what it loads keep to the end of the process is not ours.
 export LSAN_OPTIONS=suppressions=$PWD/scripts/leaks-of-others.txt:print_suppressions=0
 export UBSAN_OPTIONS=print_stacktrace=1
 export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-offscreen}

@@ -1,8 +1,6 @@
 // The passes of a fit allocate nothing: the counts of two fits that differ only in their passes are
 // the same.
 
-#include <atomic>
-#include <cstdlib>
 #include <new>
 #include <utility>
 
@@ -10,30 +8,9 @@
 
 #include "calibration/literal_calibration.h"
 #include "calibration/random_session.h"
+#include "positioning/allocations.h"
 #include "support/message_capture.h"
 #include "tiltpole/calibration/detail/correction_fit.h"
-
-namespace {
-std::atomic<long> allocations{0};
-}
-
-void* operator new(std::size_t size) {
-  ++allocations;
-  if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
-  throw std::bad_alloc();
-}
-void* operator new[](std::size_t size) { return operator new(size); }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  ++allocations;
-  return std::malloc(size == 0 ? 1 : size);
-}
-void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept {
-  return operator new(size, tag);
-}
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace tiltpole_test {
 namespace {
@@ -53,17 +30,17 @@ Counted CountRun(const Turns& turns, int cap) {
       [](const std::wstring&, const std::wstring&, tiltpole::MessageIcon) {});
   CorrectionFit fit(ReadingsOf(MatrixOf(turns.horizontal)), ReadingsOf(MatrixOf(turns.vertical)));
   Incline_MagneticCorrectParameter out;
-  const long before = allocations;
+  const long before = Allocations();
   const int result = fit.Run(out, cap);
-  const long after = allocations;
+  const long after = Allocations();
   tiltpole::SetMessageBoxHandler(std::move(previous));
   return {result, after - before};
 }
 
 TEST(CalibrationMemory, TheCounterSeesAnAllocation) {
-  const long before = allocations;
+  const long before = Allocations();
   void* memory = operator new(100);
-  EXPECT_EQ(allocations - before, 1);
+  EXPECT_EQ(Allocations() - before, 1);
   operator delete(memory);
 }
 
