@@ -91,8 +91,9 @@ class Sequence {
   void SetMatrixOrder() {
     const int n = bytes_.Between(1, 4);
     const int m = bytes_.Flag() ? n : bytes_.Between(1, 4);
-    if (bytes_.Byte() % 16 == 1)
+    if (bytes_.Byte() % 16 == 1) {
       Require(filter_.SetMatrixOrder(bytes_.Between(-128, 0), m) == 1, "1");
+    }
     Require(filter_.SetMatrixOrder(n, m) == 1, "an order is always taken");
     plain_.SetMatrixOrder(static_cast<std::uint32_t>(n), static_cast<std::uint32_t>(m));
   }

@@ -13,7 +13,6 @@ namespace {
 using tiltpole::CSZMatrix;
 using tiltpole_fuzz::Bytes;
 using tiltpole_fuzz::Require;
-using tiltpole_test::Literal;
 using tiltpole_test::LiteralMatrix;
 using tiltpole_test::Matrix;
 using tiltpole_test::SameBits;

@@ -81,7 +81,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   CParameterFile file;
   Require(file.OpenForRead(path) == 1, "a file of any bytes is loaded");
-  const std::string text = bytes.c_str();
+  const std::string text = bytes.substr(0, bytes.find('\0'));
   for (const char* key : {"MagneticA.a", "MagneticB.z0", "CoorTrans.dX", "a", ""}) {
     CompareEntry(file, text, key);
   }

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -24,8 +24,8 @@ std::vector<std::filesystem::path> InputsIn(const std::filesystem::path& folder)
 }
 
 void Play(const std::filesystem::path& input) {
-  std::printf("%s\n", input.filename().string().c_str());
-  std::fflush(stdout);  // the last name printed is the one that fails
+  // At once: the last name printed is the one that fails.
+  std::cout << input.filename().string() << std::endl;
   std::ifstream file(input, std::ios::binary);
   const std::string bytes{std::istreambuf_iterator<char>(file), {}};
   const std::vector<std::uint8_t> data(bytes.begin(), bytes.end());
@@ -36,11 +36,11 @@ void Play(const std::filesystem::path& input) {
 
 int main(int count, char** arguments) {
   if (count != 2) {
-    std::fprintf(stderr, "usage: %s FOLDER\n", arguments[0]);
+    std::cerr << "usage: " << arguments[0] << " FOLDER\n";
     return 2;
   }
   const std::vector<std::filesystem::path> inputs = InputsIn(arguments[1]);
   for (const auto& input : inputs) Play(input);
-  std::printf("%zu inputs\n", inputs.size());
+  std::cout << inputs.size() << " inputs\n";
   return inputs.empty() ? 1 : 0;  // an empty folder tests nothing
 }

@@ -1,6 +1,7 @@
 // Any bytes as the view file of a plot: read as a plain search in the bytes reads it, and a plot
 // draws with whatever view that gives.
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -43,7 +44,7 @@ int PlainInt(const std::string& value) {
 }
 
 PlotView PlainView(const std::string& bytes, const std::string& prefix, PlotView view) {
-  const std::string text = bytes.substr(0, kLongestViewFile).c_str();
+  const std::string text = bytes.substr(0, std::min(kLongestViewFile, bytes.find('\0')));
   const std::size_t found = text.find(prefix);
   if (found == std::string::npos) return view;
   std::string rest = text.substr(found + prefix.size());

@@ -38,8 +38,8 @@ compiled = {os.path.realpath(os.path.join(entry["directory"], entry["file"]))
 print("\n".join(f for f in sys.argv[2:] if os.path.realpath(f) in compiled))
 END
 
-xargs -P "$(nproc)" -n 4 clang-tidy -p $build --quiet --extra-arg=-std=c++17 \
-  <"$logs/lint-files" >"$logs/clang-tidy.log" 2>&1
+mapfile -t compiled <"$logs/lint-files"
+scripts/tidy.py $build "${compiled[@]}" >"$logs/clang-tidy.log" 2>&1
 tell clang-tidy $? "$logs/clang-tidy.log"
 
 # Tests are left to clang-tidy: cppcheck does not see through their macros.

@@ -50,7 +50,7 @@ void AddOptions(QCommandLineParser& parser) {
 }
 
 [[noreturn]] void WrongUsage(const QString& message) {
-  std::fprintf(stderr, "tiltpole-field: %s\n", qPrintable(message));
+  static_cast<void>(std::fprintf(stderr, "tiltpole-field: %s\n", qPrintable(message)));
   std::exit(2);
 }
 

@@ -16,8 +16,8 @@ std::string PointHeader();
 /// One row, ended by LF. The time of day comes last: a row that was cut off anywhere cannot be read
 /// as a whole one.
 std::string PointRow(const StoredPoint& point);
-/// Reads one row; session::InputError if it is no whole point.
-StoredPoint PointFromRow(const std::string& row);
+/// Reads the text of one row; session::InputError if it is no whole point.
+StoredPoint PointFromRow(const std::string& text);
 
 /// The names of a point's flags, with a plus sign in between; `ok` without any.
 std::string FlagText(unsigned flags);

@@ -54,9 +54,10 @@ PointStore::PointStore(const std::string& path) : path_(path) {
                      content.compare(0, PointHeader().size(), PointHeader()) != 0;
   if (begun) throw session::InputError(path, "holds something else than points; it is left alone");
   file_.reset(OpenForAppending(file));
-  if (!file_) throw session::OutputError(path + ": cannot be opened for writing");
-  // A row that failed must not come along with a later one.
-  std::setvbuf(file_.get(), nullptr, _IONBF, 0);
+  // Without a buffer: a row that failed must not come along with a later one.
+  if (!file_ || std::setvbuf(file_.get(), nullptr, _IONBF, 0) != 0) {
+    throw session::OutputError(path + ": cannot be opened for writing");
+  }
   // A row that was cut off keeps what it has; the next one begins on a line of its own.
   const std::string header = PointHeader();
   if (content.size() < header.size()) {

@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <iostream>
-#include <utility>
 
 #include "apps/session/input_error.h"
 
@@ -100,7 +99,7 @@ std::vector<SourceSample> ReplaySource::Advance(double wall_seconds) {
       return given;
     }
     last_given_ = due_.front().set;
-    given.push_back(std::move(due_.front()));
+    given.push_back(due_.front());
     due_.pop_front();
   }
   clock_ = given.back().seconds;

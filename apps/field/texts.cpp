@@ -18,7 +18,7 @@ struct Texts {
 }  // namespace
 
 QString Translated(const std::wstring& sentence) {
-  const QString english = QString::fromStdWString(sentence);
+  QString english = QString::fromStdWString(sentence);
   // A number of its own: not the 2 of "x2", but the dot of "1.5" belongs to it.
   static const QRegularExpression number(QStringLiteral("(?<![\\w.])-?\\d+(\\.\\d+)?(?!\\w)"));
   QStringList numbers;
@@ -53,8 +53,9 @@ QString VerdictText(Verdict verdict) {
 }
 
 QString CalibrationText(const CalibrationState& state) {
-  if (state.verdict && *state.verdict == Verdict::Unusable)
+  if (state.verdict && *state.verdict == Verdict::Unusable) {
     return Texts::tr("CALIBRATION UNUSABLE");
+  }
   if (!state.calibrated) return Texts::tr("NOT CALIBRATED");
   if (!state.verdict) return Texts::tr("Loaded, not checked");
   return Texts::tr("Calibration: %1").arg(VerdictText(*state.verdict).toLower());

@@ -43,6 +43,7 @@ struct EigenFilter {
   VectorXd x;
 
   // Takes its arguments by value and evaluates each step into a matrix, as a host would write it.
+  // NOLINTNEXTLINE(performance-unnecessary-value-param)
   VectorXd Filter(VectorXd z, VectorXd u) {
     const MatrixXd predicted_P = Phi * P * Phi.transpose() + G * Q * G.transpose();
     const MatrixXd S = H * predicted_P * H.transpose() + R;

@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QGridLayout>
 #include <QTimer>
-#include <cstdio>
 #include <exception>
 #include <iostream>
 
@@ -51,7 +50,7 @@ class Dialog : public QWidget {
 int main(int argc, char** argv) try {
   const QApplication application(argc, argv);
   if (argc < 2) {
-    std::fputs("usage: qt_dialog SESSION.csv [SCREENSHOT.png]\n", stderr);
+    std::cerr << "usage: qt_dialog SESSION.csv [SCREENSHOT.png]\n";
     return 2;
   }
   Dialog dialog;
@@ -67,6 +66,6 @@ int main(int argc, char** argv) try {
   }
   return QApplication::exec();
 } catch (const std::exception& error) {
-  std::fprintf(stderr, "%s\n", error.what());
+  std::cerr << error.what() << '\n';
   return 2;
 }

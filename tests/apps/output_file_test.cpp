@@ -120,7 +120,7 @@ TEST(OutputFile, AFullDeviceIsAnError) {
 TEST(InputFile, AMissingFileIsAnErrorWithItsName) {
   std::istringstream standard_input;
   try {
-    InputFile("no such file.csv", standard_input);
+    const InputFile file("no such file.csv", standard_input);
     FAIL() << "a missing file was opened";
   } catch (const InputError& error) {
     EXPECT_STREQ(error.what(), "no such file.csv: there is no such file");

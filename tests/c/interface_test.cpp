@@ -43,8 +43,10 @@ struct Session {
   std::vector<tiltpole_sample> vertical;
 };
 
+// To the bit: the sign of a zero counts, and what is not a number equals itself.
 template <class T>
 bool SameBytes(const T& a, const T& b) {
+  // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison,cert-exp42-c,cert-flp37-c)
   return std::memcmp(&a, &b, sizeof a) == 0;
 }
 

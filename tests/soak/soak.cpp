@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <fstream>
 #include <memory>
 #include <random>
 #include <string>
@@ -36,32 +37,22 @@ double ProcessorSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PE
 long ResidentBytes() {
   long size = 0;
   long resident = 0;
-  if (std::FILE* const file = std::fopen("/proc/self/statm", "r")) {
-    if (std::fscanf(file, "%ld %ld", &size, &resident) != 2) resident = 0;
-    std::fclose(file);
-  }
+  std::ifstream("/proc/self/statm") >> size >> resident;
   return resident * sysconf(_SC_PAGESIZE);
 }
 
 /// The most that ever stood there since the last ForgetPeak.
 long PeakBytes() {
+  std::ifstream status("/proc/self/status");
+  std::string name;
   long kibibytes = 0;
-  if (std::FILE* const file = std::fopen("/proc/self/status", "r")) {
-    std::array<char, 256> line = {};
-    while (std::fgets(line.data(), line.size(), file) != nullptr) {
-      if (std::sscanf(line.data(), "VmHWM: %ld", &kibibytes) == 1) break;
-    }
-    std::fclose(file);
+  while (status >> name) {
+    if (name == "VmHWM:" && status >> kibibytes) return kibibytes * 1024;
   }
-  return kibibytes * 1024;
+  return 0;
 }
 
-void ForgetPeak() {
-  if (std::FILE* const file = std::fopen("/proc/self/clear_refs", "w")) {
-    std::fputs("5", file);
-    std::fclose(file);
-  }
-}
+void ForgetPeak() { std::ofstream("/proc/self/clear_refs") << 5; }
 
 double InMiB(long bytes) { return static_cast<double>(bytes) / kMiB; }
 

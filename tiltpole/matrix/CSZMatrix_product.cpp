@@ -60,7 +60,10 @@ CSZMatrix CSZMatrix::operator*(const CSZMatrix& b) const {
   if (m_nCol != b.m_nRow) return b;
   if (m_nCol == 0) return CSZMatrix(m_nRow, b.m_nCol);
   CSZMatrix product(m_nRow, b.m_nCol, Elements::Unfilled);
-  if (LacksStorage() || b.LacksStorage()) product.BecomeWithoutStorage();
+  if (LacksStorage() || b.LacksStorage()) {
+    product.BecomeWithoutStorage();
+    return product;
+  }
   if (product.m_pData == nullptr) return product;
   const Factors factors{m_pData, b.m_pData, product.m_pData, m_nCol, b.m_nCol};
   std::size_t row = 0;

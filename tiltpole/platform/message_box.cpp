@@ -41,11 +41,14 @@ detail::FallbackMessageBox fallback_box = nullptr;
 // The messages are the library's own and plain ASCII; a sign beyond it is shown as a question
 // mark rather than by a conversion that depends on the process's locale.
 void PrintLine(const std::wstring& text, const std::wstring& title) {
+  std::wstring whole = title;
+  whole.append(L": ").append(text).append(L"\n");
   std::string line;
-  for (const wchar_t sign : title + L": " + text + L"\n") {
+  for (const wchar_t sign : whole) {
     line += static_cast<std::uint32_t>(sign) < 0x80U ? static_cast<char>(sign) : '?';
   }
-  std::fputs(line.c_str(), stderr);
+  // Without standard error there is nobody left to tell.
+  static_cast<void>(std::fputs(line.c_str(), stderr));
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Killing the program loses no point that it has shown as stored.
 
 #include <QProcess>
+#include <iostream>
 
 #include <gtest/gtest.h>
 
@@ -23,8 +24,7 @@ int StorePointsForEver(const std::string& path) {
     robot.Click("store_now");
     robot.WaitUntil([&] { return window.Model().Points()->Points().size() > shown; });
     shown = window.Model().Points()->Points().size();
-    std::printf("%zu\n", shown);
-    std::fflush(stdout);
+    std::cout << shown << std::endl;
   }
 }
 

@@ -151,7 +151,7 @@ class FullMedium {
   }
   ~FullMedium() {
     setrlimit(RLIMIT_FSIZE, &old_limit_);
-    std::signal(SIGXFSZ, old_handler_);
+    static_cast<void>(std::signal(SIGXFSZ, old_handler_));  // it was there before
   }
   FullMedium(const FullMedium&) = delete;
   FullMedium& operator=(const FullMedium&) = delete;

@@ -67,13 +67,13 @@ Color SystemButtonFaceColor() {
 
 namespace detail {
 
-QtBitmap::QtBitmap(int width, int height, double scale_in)
-    : image(PixelSize(width, height, scale_in), QImage::Format_RGB32), scale(scale_in) {
+QtBitmap::QtBitmap(int width, int height, double wanted_scale)
+    : image(PixelSize(width, height, wanted_scale), QImage::Format_RGB32), scale(wanted_scale) {
   image.fill(Qt::black);
 }
 
-bool QtBitmap::HasSize(int width, int height, double scale_in) const {
-  return scale == scale_in && image.size() == PixelSize(width, height, scale_in);
+bool QtBitmap::HasSize(int width, int height, double wanted_scale) const {
+  return scale == wanted_scale && image.size() == PixelSize(width, height, wanted_scale);
 }
 
 QtContext::QtContext(QtBitmap& target) : target_(&target) {}
@@ -262,7 +262,8 @@ void QtContext::DrawCenteredText(const std::wstring& text, const Rect& box) {
   const QString line = QString::fromStdWString(text);
   const int width = QFontMetrics(qt_font_).horizontalAdvance(line);
   const Rect limited = Ordered(box);
-  DrawText(QPointF(limited.left + (limited.Width() - width) / 2, limited.top), line, &limited);
+  const int left = limited.left + (limited.Width() - width) / 2;
+  DrawText(QPointF(left, limited.top), line, &limited);
 }
 
 void QtContext::DrawTextAt(Point point, TextClip clip, const Rect* clip_box,

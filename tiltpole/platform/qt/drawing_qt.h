@@ -17,9 +17,9 @@ namespace tiltpole::detail {
 /// A picture and the number of its pixels to one pixel of the controls' coordinates.
 class QtBitmap final : public Bitmap {
  public:
-  QtBitmap(int width, int height, double scale);
+  QtBitmap(int width, int height, double wanted_scale);
 
-  bool HasSize(int width, int height, double scale) const;
+  bool HasSize(int width, int height, double wanted_scale) const;
 
   QImage image;
   double scale;

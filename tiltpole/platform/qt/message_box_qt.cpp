@@ -25,8 +25,10 @@ bool ShowQtBox(const std::wstring& text, const std::wstring& title, MessageIcon 
   if (QThread::currentThread() == application->thread()) {
     ShowModal(text, title, icon);
   } else {
+#ifndef __clang_analyzer__  // It takes what Qt keeps until the call has been made for a leak.
     QMetaObject::invokeMethod(
         application, [&] { ShowModal(text, title, icon); }, Qt::BlockingQueuedConnection);
+#endif
   }
   return true;
 }
