@@ -22,15 +22,17 @@ std::vector<QPoint> Quarter(int width, int height) {
   const int first_x = width % 2;
   for (int y = first_y; y <= height; y += 2) {
     const double slope_limit = b * b / std::hypot(a, b);
-    if (y / 2.0 > slope_limit) break;
+    const double half = y / 2.0;
+    if (half > slope_limit) break;
     // An ellipse of one row alone has its whole width there.
-    const double height_share = b > 0.0 ? y * y / 4.0 / (b * b) : 0.0;
+    const double height_share = b > 0.0 ? half * half / (b * b) : 0.0;
     const double x = a * std::sqrt(std::max(0.0, 1.0 - height_share));
     points.push_back({2 * Rounded(x - first_x / 2.0) + first_x, y});
   }
   const int from = points.empty() ? width : points.back().x() - 2;
   for (int x = from; x >= 0; x -= 2) {
-    const double y = b * std::sqrt(std::max(0.0, 1.0 - x * x / 4.0 / (a * a)));
+    const double half = x / 2.0;
+    const double y = b * std::sqrt(std::max(0.0, 1.0 - half * half / (a * a)));
     points.push_back({x, 2 * Rounded(y - first_y / 2.0) + first_y});
   }
   return points;
