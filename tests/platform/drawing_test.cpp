@@ -191,6 +191,20 @@ TEST(Drawing, AFilledBoxLeavesItsRightAndBottomEdgesOut) {
             "....\n");
 }
 
+TEST(Drawing, ACornerGivenTwiceChangesNothingInAPolygon) {
+  const Point corners[] = {{5, 5}, {14, 6}, {9, 14}};
+  const Point repeated[] = {{5, 5}, {14, 6}, {14, 6}, {9, 14}, {5, 5}};
+  for (const int width : {1, 2, 5, 7}) {
+    Sheet once(20, 20);
+    Sheet twice(20, 20);
+    once.context.SelectPen(SolidPen(width, kInk));
+    twice.context.SelectPen(SolidPen(width, kInk));
+    once.context.DrawPolygon(corners, 3);
+    twice.context.DrawPolygon(repeated, 5);
+    EXPECT_EQ(Picture(twice), Picture(once)) << "pen of " << width;
+  }
+}
+
 TEST(Drawing, APolygonIsClosedAndFilled) {
   Sheet sheet(7, 7);
   const Point corners[] = {{1, 1}, {5, 1}, {5, 5}, {1, 5}};

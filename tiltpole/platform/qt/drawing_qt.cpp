@@ -148,7 +148,7 @@ void QtContext::DrawThinLine(Point from, Point to) {
   const int step_y = end.y() > start.y() ? 1 : -1;
   const int length = std::max(dx, dy);
   int along_x = length / 2;
-  int along_y = length / 2;
+  int along_y = along_x;
   int x = start.x();
   int y = start.y();
   for (int i = 0; i < length; ++i) {

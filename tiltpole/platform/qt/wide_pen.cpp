@@ -123,7 +123,8 @@ void WidePen::DrawEnd(QPoint middle) {
 }
 
 void WidePen::DrawLine(QPoint from, QPoint to) {
-  DrawSegment(from, to);
+  // A polygon's corner given twice: a segment without a length has no direction to be wide across.
+  if (from != to) DrawSegment(from, to);
   DrawEnd(from);
   DrawEnd(to);
 }
