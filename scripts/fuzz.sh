@@ -17,6 +17,7 @@ if [ ${#fuzzers[@]} = 0 ]; then
   for folder in fuzz/corpus/*/; do fuzzers+=("$(basename "$folder")"); done
 fi
 
+scripts/install_packages.sh --checks || exit 1
 logs=$PWD/build/logs
 mkdir -p "$logs" build/fuzz/found
 launcher=()

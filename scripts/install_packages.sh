@@ -1,10 +1,13 @@
 #!/bin/bash
 # Installs the packages that are missing, through apt; does nothing at all when none is.
-# usage: scripts/install_packages.sh [--every-target]
+# usage: scripts/install_packages.sh [--checks|--every-target]
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 lists=("$here/packages-base.txt")
-if [ "${1:-}" = --every-target ]; then lists+=("$here/packages-every-target.txt"); fi
+case ${1:-} in
+  --checks) lists+=("$here/packages-checks.txt") ;;
+  --every-target) lists+=("$here/packages-checks.txt" "$here/packages-every-target.txt") ;;
+esac
 command -v dpkg-query >/dev/null || {
   echo "install_packages.sh knows Debian's package names only; needed are those in ${lists[*]}" >&2
   exit 1

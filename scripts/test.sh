@@ -1,8 +1,8 @@
 #!/bin/bash
 # Installs what is missing, builds, and runs every test: on this machine, and on request on every
-# target that the project builds for, under its emulator, and then each fuzzer for a minute. Prints a
-# table at the end; the last line is "N passed, N failed", and the exit status is 0 only when nothing
-# failed.
+# target that the project builds for, under its emulator, then each fuzzer for a minute, the coverage
+# and the quick ones of the linters. Prints a table at the end; the last line is "N passed, N failed",
+# and the exit status is 0 only when nothing failed.
 # usage: scripts/test.sh [--every-target]      the whole suite
 #        scripts/test.sh TARGET...             on some targets only (names of the presets)
 set -uo pipefail
@@ -10,13 +10,13 @@ cd "$(dirname "$0")/.." || exit 2
 
 targets=(linux-gcc)
 install=()
-fuzz=no
+checks=no
 case ${1:-} in
   '') ;;
   --every-target)
     targets=(linux-gcc linux-clang linux-aarch64 linux-armv7 windows-x64 windows-x86)
     install=(--every-target)
-    fuzz=yes
+    checks=yes
     ;;
   -*) sed -n 's/^# usage: /usage: /p' "$0" >&2; exit 2 ;;
   *) targets=("$@") install=(--every-target) ;;
@@ -145,11 +145,29 @@ run_fuzzers() {
   row fuzz "$passed" "$failed" 0 "$SECONDS" 'fuzzers, a minute each'
 }
 
+run_check() { # name, command...: one more test, whose output is shown
+  local name=$1
+  shift
+  echo "=== $name"
+  SECONDS=0
+  if "$@"; then
+    passed_in_all=$((passed_in_all + 1))
+    row "$name" 1 0 0 "$SECONDS" "$*"
+  else
+    failed_in_all=$((failed_in_all + 1))
+    row "$name" 0 1 0 "$SECONDS" "$*"
+  fi
+}
+
 scripts/install_packages.sh "${install[@]}" || exit 1
 start_screen
 export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-offscreen}
 for target in "${targets[@]}"; do test_target "$target"; done
-[ $fuzz = no ] || run_fuzzers
+if [ $checks = yes ]; then
+  run_fuzzers
+  run_check coverage scripts/coverage.sh
+  run_check lint scripts/lint.sh --quick
+fi
 
 echo
 printf '%-14s %8s %8s %8s %6s\n' target passed failed skipped s

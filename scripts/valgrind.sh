@@ -14,6 +14,7 @@ if [ ${#rooms[@]} = 0 ]; then
     controls controls_plots faults faults_controls faults_files)
 fi
 
+scripts/install_packages.sh --checks || exit 1
 export RC_PARAMS=${RC_PARAMS:-max_success=10}
 passed=0 failed=0
 for room in "${rooms[@]}"; do
