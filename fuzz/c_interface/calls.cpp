@@ -56,8 +56,8 @@ std::size_t AnyIndex(Bytes& bytes) {
 }
 
 std::string AnyText(Bytes& bytes, std::size_t most) {
-  // c_str: up to the first zero byte.
-  std::string text = bytes.Text(std::min<std::size_t>(bytes.Byte(), most)).c_str();
+  std::string text = bytes.Text(std::min<std::size_t>(bytes.Byte(), most));
+  text.resize(std::min(text.size(), text.find('\0')));
   text.shrink_to_fit();
   return text;
 }

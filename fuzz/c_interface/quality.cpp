@@ -108,6 +108,7 @@ class Beside final : public Player {
            null ? TILTPOLE_NULL_POINTER : TILTPOLE_OK);
     if (null) return;
     std::vector<std::wstring> wide;
+    wide.reserve(texts.size());
     for (const auto& text : texts) wide.push_back(WideText(text));
     plain_ = tiltpole::JudgeFailedCalibration(FromC(turns.horizontal), FromC(turns.vertical), wide);
     Require(!plain_.Reasons.empty(), "a failure has a reason");
