@@ -9,7 +9,7 @@
 # scripts/test.sh windows-x64.
 #
 # What no test can reach stands in coverage_exclusions.txt with the reason. The branches that the
-# compiler makes for exceptions are left out, too.
+# compiler makes for exceptions, and what only an exception leads to, are left out, too.
 set -uo pipefail
 cd "$(dirname "$0")/.." || exit 2
 [ $# = 0 ] || { sed -n 's/^# usage: /usage: /p' "$0" >&2; exit 2; }
