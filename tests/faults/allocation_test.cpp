@@ -261,9 +261,9 @@ TEST_F(Allocations, AMatrixThatTellsItsSizeButHasNoStorageIsNotFiltered) {
 }
 
 TEST_F(Allocations, ConicsThatHaveNoStorageGiveACorrectionOfNoNumbers) {
-  const CSZMatrix conic(5);
+  CSZMatrix bare;
   tiltpole_test::FailAllocationAfter(0);
-  const CSZMatrix bare(conic);
+  bare.Alloc(5);
   ASSERT_TRUE(tiltpole_test::StopFailing());
   ASSERT_EQ(bare.GetRow(), 5U);
   Incline_MagneticCorrectParameter out;
