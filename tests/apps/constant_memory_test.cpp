@@ -24,13 +24,19 @@ std::atomic<std::size_t> most_in_use{0};
 constexpr std::size_t kPrefix = alignof(std::max_align_t);
 static_assert(kPrefix >= sizeof(std::size_t));
 
-void* Allocate(std::size_t size) {
+void* AllocateOrNull(std::size_t size) noexcept {
   auto* const block = static_cast<char*>(std::malloc(size + kPrefix));
-  if (block == nullptr) throw std::bad_alloc();
+  if (block == nullptr) return nullptr;
   std::memcpy(block, &size, sizeof size);
   const std::size_t now = in_use += size;
   if (now > most_in_use) most_in_use = now;
   return block + kPrefix;
+}
+
+void* Allocate(std::size_t size) {
+  void* const block = AllocateOrNull(size);
+  if (block == nullptr) throw std::bad_alloc();
+  return block;
 }
 
 void Release(void* pointer) {
@@ -101,6 +107,13 @@ TEST(ConstantMemory, MeasuringThreeTimesTheRowsTakesNoMoreMemory) {
 
 void* operator new(std::size_t size) { return Allocate(size); }
 void* operator new[](std::size_t size) { return Allocate(size); }
+// The run-time's own come here too, but those of the sanitizers would not.
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  return AllocateOrNull(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  return AllocateOrNull(size);
+}
 void operator delete(void* pointer) noexcept { Release(pointer); }
 void operator delete[](void* pointer) noexcept { Release(pointer); }
 void operator delete(void* pointer, std::size_t) noexcept { Release(pointer); }
