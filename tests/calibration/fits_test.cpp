@@ -14,7 +14,6 @@ namespace tiltpole_test {
 namespace {
 
 using tiltpole::CSZMatrix;
-using tiltpole::Incline_MagneticCorrectParameter;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 

@@ -10,7 +10,6 @@
 
 using tiltpole::CGraphCompass;
 using tiltpole::Point;
-using tiltpole::Recorder;
 using tiltpole::RecordingContext;
 using tiltpole::Rect;
 using tiltpole::Rgb;

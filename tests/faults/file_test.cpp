@@ -22,7 +22,6 @@ using tiltpole_test::RemoveAfterFileCall;
 using tiltpole_test::ShortenFileCall;
 using tiltpole_test::StopFileFaults;
 using tiltpole_test::TemporaryFolder;
-using tiltpole_test::WriteBytes;
 
 class FileFaults : public ::testing::Test {
  protected:

@@ -14,7 +14,6 @@
 namespace {
 
 using tiltpole::CSZMatrix;
-using tiltpole_test::Literal;
 using tiltpole_test::LiteralMatrix;
 using tiltpole_test::Matrix;
 using tiltpole_test::SameBits;

@@ -8,7 +8,6 @@
 namespace {
 
 using tiltpole::Brush;
-using tiltpole::Color;
 using tiltpole::Font;
 using tiltpole::LimitCoordinate;
 using tiltpole::NullPen;

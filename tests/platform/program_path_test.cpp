@@ -29,6 +29,7 @@ TEST(ProgramPath, IsWholeInAFolderWhoseNameIsLongerThanTheFirstBuffer) {
   const std::string command = "'" + copy.string() +
                               "' --gtest_filter=ProgramPath.NamesTheRunningExecutable "
                               ">/dev/null 2>&1";
+  // NOLINTNEXTLINE(cert-env33-c): of a name that the test itself has made
   const int status = std::system(command.c_str());
   constexpr int kNotForThisProcessor = 126 << 8;
   if (status == kNotForThisProcessor) GTEST_SKIP() << "an emulated program cannot start another";

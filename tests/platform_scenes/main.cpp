@@ -23,7 +23,6 @@ using tiltpole::Brush;
 using tiltpole::DrawingContext;
 using tiltpole::NullPen;
 using tiltpole::Point;
-using tiltpole::Rect;
 using tiltpole::Rgb;
 using tiltpole::Size;
 using tiltpole::SolidPen;

@@ -26,8 +26,9 @@ class Row {
   Row(const std::vector<std::string>& header, const std::vector<std::string>& cells,
       const std::string& place)
       : place_(place) {
-    for (std::size_t i = 0; i < header.size() && i < cells.size(); ++i)
+    for (std::size_t i = 0; i < header.size() && i < cells.size(); ++i) {
       cells_[header[i]] = cells[i];
+    }
     EXPECT_EQ(header.size(), cells.size()) << place;
   }
 

@@ -214,8 +214,9 @@ TEST(CalibrationQuality, APoleThatLeanedToOneSideOfTheSensorIsToldAndItsHeadingE
   session.dip = 60.0;
   RecordTurns(session, random);
   session.horizontal.clear();
-  for (int i = 0; i < 72; ++i)
+  for (int i = 0; i < 72; ++i) {
     session.horizontal.push_back(SampleOf(session, LeaningPole(5.0 * i, 3.0, 5.0 * i), random));
+  }
   const Calibrated calibrated = CalibrateAndJudge(session.horizontal, session.vertical);
   ASSERT_EQ(calibrated.result, 1);
   const QualityReason* reason = Find(calibrated.quality, QualityCode::PoleLeaned);

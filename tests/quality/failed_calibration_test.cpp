@@ -33,8 +33,9 @@ void ExpectWellFormed(const tiltpole::CalibrationQuality& quality) {
     EXPECT_GT(reason.Sentence.size(), 20U);
     EXPECT_EQ(reason.Sentence.back(), L'.');
   }
-  for (std::size_t i = 1; i < quality.Reasons.size(); ++i)
+  for (std::size_t i = 1; i < quality.Reasons.size(); ++i) {
     EXPECT_LE(quality.Reasons[i].Weight, quality.Reasons[i - 1].Weight);
+  }
 }
 
 TEST(FailedCalibration, WithoutAnySampleThereAreTooFew) {

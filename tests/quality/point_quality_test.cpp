@@ -107,8 +107,9 @@ void ExpectAgreement(double lean, double dip, double tilt_deviation, double head
 }
 
 TEST(PointQuality, AgreesWithASimulatedPoleAtUsualDeviations) {
-  for (const double lean : {1.0, 2.0, 5.0, 10.0, 20.0, 30.0, 45.0, 60.0})
+  for (const double lean : {1.0, 2.0, 5.0, 10.0, 20.0, 30.0, 45.0, 60.0}) {
     for (const double dip : {-50.0, 0.0, 65.0}) ExpectAgreement(lean, dip, 0.1, 1.0);
+  }
 }
 
 TEST(PointQuality, AgreesWithASimulatedPoleAtLargeDeviations) {

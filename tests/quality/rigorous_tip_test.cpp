@@ -50,11 +50,15 @@ double LargestTipError(const Attitude& pole, double dip) {
 
 TEST(RigorousTip, IsExactInAllQuadrantsAtEveryTiltTo80DegreesAndDipTo70) {
   double largest = 0.0;
-  for (const double lean : {0.01, 0.1, 1.0, 5.0, 15.0, 30.0, 45.0, 60.0, 70.0, 80.0})
-    for (double towards = 0.0; towards < 360.0; towards += 30.0)
-      for (double heading = 0.0; heading < 360.0; heading += 22.5)
-        for (const double dip : {-70.0, -35.0, 0.0, 35.0, 70.0})
+  for (const double lean : {0.01, 0.1, 1.0, 5.0, 15.0, 30.0, 45.0, 60.0, 70.0, 80.0}) {
+    for (double towards = 0.0; towards < 360.0; towards += 30.0) {
+      for (double heading = 0.0; heading < 360.0; heading += 22.5) {
+        for (const double dip : {-70.0, -35.0, 0.0, 35.0, 70.0}) {
           largest = std::max(largest, LargestTipError(LeaningPole(heading, lean, towards), dip));
+        }
+      }
+    }
+  }
   EXPECT_LT(largest, 1e-9 * kLength);
 }
 

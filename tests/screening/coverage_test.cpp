@@ -119,8 +119,9 @@ TYPED_TEST(RotationCoverage, ARecordJustInsideABorderFillsItsOwnSector) {
 }
 
 TYPED_TEST(RotationCoverage, AzimuthsOutsideTheCircleFillNothing) {
-  for (const double azimuth : {kNaN, kInfinity, -kInfinity, -2.5, 360.0000001, 362.5, 1e300})
+  for (const double azimuth : {kNaN, kInfinity, -kInfinity, -2.5, 360.0000001, 362.5, 1e300}) {
     this->AddAt(azimuth);
+  }
   EXPECT_EQ(this->screening.GetRecordRate(), 0);
 }
 
@@ -180,8 +181,9 @@ int SectorsHitOneByOne(const PoseSensorDataArray& arr, int width) {
   int hit = 0;
   for (int i = 0; i < 360 / width; ++i) {
     bool isHit = false;
-    for (const PoseSensorData* rec : arr)
+    for (const PoseSensorData* rec : arr) {
       isHit = isHit || (i * width < rec->Azimuth && rec->Azimuth < (i + 1) * width);
+    }
     if (isHit) ++hit;
   }
   return hit;
@@ -261,8 +263,9 @@ PoseSensorData ExactlyAt(double azimuth) {
 template <class Twin>
 PoseSensorData JustBeyond(double azimuth) {
   PoseSensorData rec = ExactlyAt<Twin>(azimuth);
-  while (AzimuthAboutOrigin<Twin>(rec) <= azimuth)
+  while (AzimuthAboutOrigin<Twin>(rec) <= azimuth) {
     rec.MagneticX_A = std::nextafter(rec.MagneticX_A, 1e9);
+  }
   return rec;
 }
 

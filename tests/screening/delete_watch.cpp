@@ -51,15 +51,17 @@ int DeleteWatch::Watched() const { return g_count; }
 
 int DeleteWatch::DeletedTimes(int times) const {
   int count = 0;
-  for (int i = 0; i < g_count; ++i)
+  for (int i = 0; i < g_count; ++i) {
     if (g_watched[i].deletions == times) ++count;
+  }
   return count;
 }
 
 // An object that was never deleted stays allocated, for the leak check to find.
 DeleteWatch::~DeleteWatch() {
-  for (int i = 0; i < g_count; ++i)
+  for (int i = 0; i < g_count; ++i) {
     if (g_watched[i].deletions > 0) std::free(g_watched[i].address);
+  }
   g_count = 0;
 }
 

@@ -17,8 +17,9 @@ using Places = std::vector<int>;
 // `count` samples of which those at the given places repeat an azimuth.
 Records WithRepeats(int count, const std::set<int>& repeats) {
   Records records;
-  for (int i = 0; i < count; ++i)
+  for (int i = 0; i < count; ++i) {
     records.Add(PoseSensorData()).Forward = repeats.count(i) != 0 ? 0 : 1;
+  }
   return records;
 }
 
@@ -50,8 +51,9 @@ TYPED_TEST(RotationFilterByAzimuth, KeepsAllButTheLastSampleWhereNothingRepeats)
 }
 
 TYPED_TEST(RotationFilterByAzimuth, NeverKeepsTheLastSample) {
-  for (int count = 2; count <= 40; ++count)
+  for (int count = 2; count <= 40; ++count) {
     EXPECT_EQ(this->Kept(WithRepeats(count, {})), Range(0, count - 2));
+  }
 }
 
 TYPED_TEST(RotationFilterByAzimuth, AWindowWithThreeRepeatsInTenLosesItsFirstSample) {

@@ -17,8 +17,9 @@ class RotationOwnership : public ::testing::Test {
  protected:
   // 40 records round a circle, 9 degrees apart.
   void FillTurn(typename Twin::Screening& screening) {
-    for (int i = 0; i < 40; ++i)
+    for (int i = 0; i < 40; ++i) {
       screening.Add(watch.Watch(new PoseSensorData(OnCircle<Twin>(1.0 + 9.0 * i))));
+    }
   }
 
   DeleteWatch watch;

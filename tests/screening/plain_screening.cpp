@@ -39,9 +39,10 @@ void PlainScreening::Fit(const Rows& rows) {
                 ? levels / static_cast<double>(rows.size())
                 : (Row(top).third + Row(bottom).third + Row(right).third + Row(left).third) / 4;
   double distances = 0.0;
-  for (const int i : rows)
+  for (const int i : rows) {
     distances += std::sqrt((Row(i).first - m_first) * (Row(i).first - m_first) +
                            (Row(i).second - m_second) * (Row(i).second - m_second));
+  }
   m_radius = distances / static_cast<double>(rows.size());
   m_fitted = true;
 }
@@ -51,6 +52,7 @@ double PlainScreening::Azimuth(const PlainRow& row) const {
   const double d2 = row.second - m_second;
   const double t = std::atan(std::fabs(d1 / d2)) * 180.0 / 3.141592653589793;
   double a = 0.0;
+  // NOLINTNEXTLINE(bugprone-branch-clone): case by case, as the rule is stated
   if (std::fabs(d1) < 1e-6 && std::fabs(d2) < 1e-6) {
     a = 0.0;
   } else if (std::fabs(d1) < 1e-6 && d2 > 1e-6) {
@@ -84,12 +86,14 @@ void PlainScreening::GiveAzimuth(int place) {
 Rows PlainScreening::Filter() {
   const Rows all = All();
   Fit(all);
-  if (m_fitted)
+  if (m_fitted) {
     for (const int place : all) GiveAzimuth(place);
+  }
   Rows rows = Moving(all);
   ExchangeSort(rows);
-  for (std::size_t i = 1; i < rows.size(); ++i)
+  for (std::size_t i = 1; i < rows.size(); ++i) {
     Row(rows[i]).forward = Row(rows[i]).azimuth - Row(rows[i - 1]).azimuth < 1e-6 ? 0 : 1;
+  }
   return WithoutRepeats(OnCircle(rows));
 }
 
@@ -108,9 +112,11 @@ Rows PlainScreening::Moving(const Rows& rows) const {
 }
 
 void PlainScreening::ExchangeSort(Rows& rows) {
-  for (std::size_t i = 0; i + 1 < rows.size(); ++i)
-    for (std::size_t j = i + 1; j < rows.size(); ++j)
+  for (std::size_t i = 0; i + 1 < rows.size(); ++i) {
+    for (std::size_t j = i + 1; j < rows.size(); ++j) {
       if (Row(rows[j]).azimuth < Row(rows[i]).azimuth) std::swap(rows[i], rows[j]);
+    }
+  }
 }
 
 Rows PlainScreening::OnCircle(const Rows& rows) const {
@@ -120,8 +126,9 @@ Rows PlainScreening::OnCircle(const Rows& rows) const {
   for (const int i : rows) {
     const double rho = std::sqrt((Row(i).first - m_first) * (Row(i).first - m_first) +
                                  (Row(i).second - m_second) * (Row(i).second - m_second));
-    if (std::fabs(rho - m_radius) < radial && std::fabs(Row(i).third - m_third) < level)
+    if (std::fabs(rho - m_radius) < radial && std::fabs(Row(i).third - m_third) < level) {
       kept.push_back(i);
+    }
   }
   return kept;
 }
@@ -178,28 +185,32 @@ Rows PlainScreening::Select(const Rows& rows, int n) const {
 bool PlainScreening::IsComplete(const Rows& rows) {
   Fit(rows);
   for (const int place : rows) GiveAzimuth(place);
-  for (std::size_t i = 1; i < rows.size(); ++i)
+  for (std::size_t i = 1; i < rows.size(); ++i) {
     if (std::fabs(Row(rows[i]).azimuth - Row(rows[i - 1]).azimuth) > 60.0) return false;
+  }
   return true;
 }
 
 bool PlainScreening::IsSectorHit(int sector) const {
-  for (const PlainRow& row : m_table)
+  for (const PlainRow& row : m_table) {
     if (sector * 5 < row.azimuth && row.azimuth < (sector + 1) * 5) return true;
+  }
   return false;
 }
 
 bool PlainScreening::IsRecordOK() const {
   if (m_table.size() < 72) return false;
-  for (int sector = 0; sector < 72; ++sector)
+  for (int sector = 0; sector < 72; ++sector) {
     if (!IsSectorHit(sector)) return false;
+  }
   return true;
 }
 
 int PlainScreening::GetRecordRate() const {
   int hit = 0;
-  for (int sector = 0; sector < 72; ++sector)
+  for (int sector = 0; sector < 72; ++sector) {
     if (IsSectorHit(sector)) ++hit;
+  }
   return static_cast<int>(hit * 5 * 100.0 / 360.0 + 0.5);
 }
 

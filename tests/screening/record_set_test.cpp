@@ -163,8 +163,9 @@ TEST_F(RotationRecordSetXZ, ClearLeavesTheOldCentreValid) {
 TEST_F(RotationRecordSetXZ, NineRecordsAfterClearGetAzimuthsAboutTheOldCentre) {
   AddOnCircle(10);
   screening.Clear();
-  for (int i = 0; i < 9; ++i)
+  for (int i = 0; i < 9; ++i) {
     EXPECT_NEAR(Add(OnCircle<XZ>(20.0 + i, 2000.0))->Azimuth, 20.0 + i, 1e-9);
+  }
   EXPECT_NEAR(screening.GetCenterPar().Radius, 1000.0, 1e-9);
 }
 
