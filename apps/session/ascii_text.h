@@ -2,7 +2,6 @@
 
 // The library's texts and keys, which are plain ASCII, as narrow text.
 
-#include <cstdint>
 #include <string>
 
 namespace tiltpole::session {
@@ -11,8 +10,7 @@ namespace tiltpole::session {
 inline std::string NarrowAscii(const std::wstring& text) {
   std::string result;
   for (const wchar_t sign : text) {
-    const auto code = static_cast<std::uint32_t>(sign);
-    result += code > 0 && code < 0x7f ? static_cast<char>(sign) : '?';
+    result += sign > L'\0' && sign < L'\x7f' ? static_cast<char>(sign) : '?';
   }
   return result;
 }
