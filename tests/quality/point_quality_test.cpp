@@ -195,7 +195,8 @@ TEST(PointQuality, AnEllipseFromTheHeadingAloneIsALineAndStillANumber) {
   deviations.Tilt = deviations.Length = 0.0;
   RigorousTipOptions options;
   options.HeadingDeviation_A = options.HeadingDeviation_B = 1e-7;
-  for (double heading = 0.5; heading < 360.0; heading += 1.0) {
+  for (int degrees = 0; degrees < 360; ++degrees) {
+    const double heading = degrees + 0.5;
     const PointQuality quality = JudgePoint(
         Measured(LeaningPole(heading, 30.0, heading / 2.0), 60.0), kLength, options, deviations);
     EXPECT_GT(quality.SemiMajor, 0.0);
