@@ -111,6 +111,14 @@ TEST(EllipseFit, TwoColumnsAreToldBeforeTheNumberOfPoints) {
             (std::vector<ShownMessage>{StopMessage(L"The data array must be three!")}));
 }
 
+TEST(EllipseFit, ACircleInTwoColumnsIsNoDataToFit) {
+  const MessageCapture messages;
+  CSZMatrix p = Rows({{42}});
+  const CSZMatrix circle = Rows({{8, -2}, {-2, -2}, {3, 3}, {3, -7}, {6, 2}, {7, 1}});
+  EXPECT_EQ(AdjustAccess().EllipseFit(circle, 2, p), 0);
+  EXPECT_EQ(p.GetData(0), 42.0);
+}
+
 TEST(EllipseFit, NoPointsInThreeColumnsAreTooFewPoints) {
   const MessageCapture messages;
   CSZMatrix p;

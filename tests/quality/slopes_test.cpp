@@ -38,14 +38,19 @@ TEST(LeastSquaresFit, TheBestLineAndItsCovarianceAreThoseOfTheTextbook) {
 }
 
 TEST(LeastSquaresFit, MoreObservationsCanFollowASolution) {
-  LeastSquares<1> fit;
-  fit.Add({1.0}, 2.0);
+  LeastSquares<2> fit;
+  fit.Add({1.0, 0.0}, 2.0);
+  fit.Add({0.0, 1.0}, 5.0);
   ASSERT_TRUE(fit.Solve());
   EXPECT_EQ(fit.Solution()[0], 2.0);
-  fit.Add({1.0}, 6.0);
+  EXPECT_EQ(fit.Solution()[1], 5.0);
+  fit.Add({1.0, 0.0}, 6.0);
+  fit.Add({0.0, 1.0}, 7.0);
   ASSERT_TRUE(fit.Solve());
   EXPECT_EQ(fit.Solution()[0], 4.0);
+  EXPECT_EQ(fit.Solution()[1], 6.0);
   EXPECT_EQ(fit.Inverse()[0][0], 0.5);
+  EXPECT_EQ(fit.Inverse()[1][1], 0.5);
 }
 
 TEST(LeastSquaresFit, UnknownsThatNoObservationSeparatesAreNotSolved) {
@@ -60,8 +65,8 @@ TEST(LeastSquaresFit, UnknownsThatNoObservationSeparatesAreNotSolved) {
 TEST(LeastSquaresFit, AColumnIsToldApartDownToAMillionthOfAMillionth) {
   const auto solves = [](double share) {
     LeastSquares<2> fit;
-    fit.Add({1.0, 1.0}, 0.0);
-    fit.Add({0.0, std::sqrt(share)}, 0.0);
+    fit.Add({1.0, 1000.0}, 0.0);
+    fit.Add({0.0, 1000.0 * std::sqrt(share)}, 0.0);
     return fit.Solve();
   };
   EXPECT_TRUE(solves(1.05e-12));

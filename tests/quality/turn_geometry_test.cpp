@@ -226,7 +226,8 @@ TEST(ConicFit, TheScaleNeededMakesTheSecondAxisAsLongAsTheFirst) {
 
 TEST(ConicFit, AHyperbolaIsToldAndNoEllipse) {
   TurnPoints points;
-  for (double t = -1.0; t <= 1.0; t += 0.25) {
+  for (int i = -4; i <= 4; ++i) {
+    const double t = 0.25 * i;
     points.push_back({200.0 * std::cosh(t), 100.0 * std::sinh(t), 0.0});
     points.push_back({-200.0 * std::cosh(t), 100.0 * std::sinh(t), 0.0});
   }

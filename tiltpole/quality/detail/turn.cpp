@@ -14,15 +14,15 @@ namespace {
 // A gap up to this is an ordinary spacing of samples [degrees]; the last digits are for rounding.
 constexpr double kLargestGap = 30.0 + 1e-6;
 
+// In the turn's plane.
 TurnPoint MeanOf(const TurnPoints& points) {
   TurnPoint mean;
   for (const TurnPoint& p : points) {
     mean.First += p.First;
     mean.Second += p.Second;
-    mean.OutOfPlane += p.OutOfPlane;
   }
   const double n = points.empty() ? 1.0 : static_cast<double>(points.size());
-  return {mean.First / n, mean.Second / n, mean.OutOfPlane / n};
+  return {mean.First / n, mean.Second / n, 0.0};
 }
 
 struct Scatter {
