@@ -6,8 +6,8 @@ objects of the tests are made again only when the mutant survives without: code 
 inline from the header is the unchanged one until then. A mutant of which the compiler makes the same
 objects, byte by byte, is none: the place is compiled on other targets only, or means the same.
 
-The library's objects are compiled with the assertions of the standard library, which stop a mutant
-that reaches beyond a vector, as the sanitizers stop it in the suite.
+The library's objects are compiled with checks that stop a mutant where it reaches beyond a vector or
+an array, as the sanitizers would stop it in the suite.
 """
 
 import json
@@ -26,7 +26,7 @@ WORK = ROOT / "build" / "mutants"
 COPIED = ["CMakeLists.txt", "LICENSE", "README.md", "cmake", "docs", "fuzz", "scripts", "tests",
           "tiltpole"]
 MEMORY_LIMIT = 4 << 30
-CHECKED = "-D_GLIBCXX_ASSERTIONS"
+CHECKED = ["-D_GLIBCXX_ASSERTIONS", "-fsanitize=bounds", "-fsanitize-undefined-trap-on-error"]
 # As in the presets for targets, so that a compiler cache knows the unchanged objects already.
 CONFIGURATION = ["-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release", "-DCMAKE_CXX_FLAGS_RELEASE=-O2",
                  "-DTILTPOLE_WINDOWING=none", "-DTILTPOLE_BUILD_APPS=OFF",
@@ -157,7 +157,7 @@ class Workshop:
         path = folder / target.replace("/", "_")
         words[words.index("-o") + 1] = path
         if target.startswith("tiltpole/"):
-            words.append(CHECKED)
+            words += CHECKED
         return path if self.quiet([*words, "-w"]) else None
 
     def keep_unchanged(self, targets):

@@ -253,6 +253,48 @@ TEST(SensorErrorEstimate, WithFewerThanEightSamplesOfATurnNothingIsTold) {
   EXPECT_FALSE(EstimateSensorError(turns.horizontal, {}).Told);
 }
 
+TEST(SensorErrorEstimate, TheUnitOfTheReadingsDoesNotMatter) {
+  Random random(9);
+  const ErrorRow terms = RandomTerms(random, 1e-4);
+  TwoTurns turns = SteadyTurns(terms);
+  for (TurnReadings* turn : {&turns.horizontal, &turns.vertical}) {
+    for (Vector3& field : turn->Field) field = 1e-4 * field;
+  }
+  const SensorError error = EstimateSensorError(turns.horizontal, turns.vertical);
+  ExpectTerms(error, terms);
+  EXPECT_NEAR(error.HorizontalField, 0.25, 1e-4);
+}
+
+void AddNoise(Random& random, double noise, TurnReadings& turn) {
+  for (Vector3& field : turn.Field) {
+    field = field + 2500.0 * noise * Vector3{random.Normal(), random.Normal(), random.Normal()};
+  }
+}
+
+// The noise that is told of the horizontal turn [shares of the horizontal field, root mean square].
+double ToldNoise(int count, double horizontal_noise, double vertical_noise, int sessions) {
+  Random random(10);
+  double square = 0.0;
+  for (int session = 0; session < sessions; ++session) {
+    TwoTurns turns = SteadyTurns({}, count);
+    AddNoise(random, horizontal_noise, turns.horizontal);
+    AddNoise(random, vertical_noise, turns.vertical);
+    const SensorError error = EstimateSensorError(turns.horizontal, turns.vertical);
+    EXPECT_TRUE(error.Told);
+    square += error.Noise * error.Noise / sessions;
+  }
+  return std::sqrt(square);
+}
+
+TEST(SensorErrorEstimate, AQuietTurnIsTrustedFiveTimesAsMuchAsANoisyOneAtMost) {
+  EXPECT_NEAR(ToldNoise(240, 0.0001, 0.002, 20) / (0.2 * 0.002), 1.0, 0.04);
+  EXPECT_NEAR(ToldNoise(240, 0.001, 0.002, 20) / 0.001, 1.0, 0.04);
+}
+
+TEST(SensorErrorEstimate, TheNoiseCountsOnlyWhatTheUnknownsLeaveFree) {
+  EXPECT_NEAR(ToldNoise(16, 0.002, 0.002, 200) / 0.002, 1.0, 0.04);
+}
+
 // Over many sensors with the same noise the estimates scatter as their covariances say.
 TEST(SensorErrorEstimate, TheCovarianceAndTheNoiseAreThoseOfRepeatedSessions) {
   constexpr double kNoise = 0.002;
@@ -264,12 +306,8 @@ TEST(SensorErrorEstimate, TheCovarianceAndTheNoiseAreThoseOfRepeatedSessions) {
   ErrorRow expected{};
   for (int session = 0; session < kSessions; ++session) {
     TwoTurns turns = SteadyTurns(none, 60);
-    for (TurnReadings* turn : {&turns.horizontal, &turns.vertical}) {
-      for (Vector3& field : turn->Field) {
-        field =
-            field + 2500.0 * kNoise * Vector3{random.Normal(), random.Normal(), random.Normal()};
-      }
-    }
+    AddNoise(random, kNoise, turns.horizontal);
+    AddNoise(random, kNoise, turns.vertical);
     const SensorError error = EstimateSensorError(turns.horizontal, turns.vertical);
     ASSERT_TRUE(error.Told);
     noise += error.Noise / kSessions;
