@@ -1,12 +1,13 @@
 #!/usr/bin/env python3
 """Asks whether the tests of a room notice a wrong operator or constant.
 
-Changes one place of the room's sources at a time, rebuilds that room's test program and runs it.
-A mutant is caught when a test fails, the program crashes or it runs out of time; it has survived
+Changes one place of the room's sources at a time, makes that room's test program with it and runs
+it. A mutant is caught when a test fails, the program crashes or it runs out of time; it has survived
 when every test passes. Those that no test can catch, since they change nothing that a host could
 see, stand in scripts/equivalent_mutants.txt with the reason.
 
-The tree is never touched: each worker has a copy of its own under build/mutants.
+The tree is never touched: each worker has a copy of its own under build/mutants. The sources that
+are changed are read from the tree, though, so leave those alone while it runs.
 
   scripts/mutate.py --list --room matrix             every mutant of a room
   scripts/mutate.py --room matrix                    try all of them

@@ -181,6 +181,17 @@ TEST_F(FailingAllocation, EveryOperationOnAMatrixWithoutStorageComesBack) {
   EXPECT_EQ(none.Output(), L",\r\n,\r\n,\r\n\r\n");
 }
 
+TEST_F(FailingAllocation, WhatIsComputedFromAMatrixWithoutStorageHasNoneAndTellsItByTheStatus) {
+  const CSZMatrix none = WithoutStorage(2, 2);
+  const CSZMatrix full = MatrixOf({{4, 1}, {1, 4}});
+  int ok = 0;
+  for (const CSZMatrix& result : {full + none, full - none, none * full, full * none, none.T(),
+                                  none.Slice(0, 0, 1, 1), none.matChole(&ok)}) {
+    EXPECT_EQ(result.m_pData, nullptr);
+    EXPECT_EQ(result.m_bOK, 0);
+  }
+}
+
 TEST_F(FailingAllocation, EachAllocationOfEachOperationMayFail) {
   const CSZMatrix a = MatrixOf({{4, 1, 0}, {1, 4, 1}, {0, 1, 4}});
   const CSZMatrix large(40, 40);
