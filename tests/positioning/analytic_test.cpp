@@ -118,6 +118,20 @@ TEST_F(PositionAnalytic, SpheresMeetFromADiscriminantOfABillionthOn) {
   EXPECT_EQ(found_at(1.59e-5), 1);
 }
 
+// Two of three equal spheres stand 2^-20 off the first, along y and along h. Every step up to the
+// discriminant is exact but the squares of the radius, which was sought so that these end on 1e-9.
+TEST_F(PositionAnalytic, SpheresMeetAtADiscriminantOfExactlyABillionth) {
+  const double side = 0x1p-20;
+  const double radius = 0x1.0983217e21c87p-16;
+  EXPECT_EQ(position.GetSolvePoint(At(0.0, 0.0, 0.0), At(0.0, side, 0.0), At(0.0, 0.0, side),
+                                   radius, radius, radius, result),
+            1);
+  const double below = std::nextafter(radius, 0.0);
+  EXPECT_EQ(position.GetSolvePoint(At(0.0, 0.0, 0.0), At(0.0, side, 0.0), At(0.0, 0.0, side), below,
+                                   below, below, result),
+            0);
+}
+
 // Three centres in a plane that the x axis meets at a right angle, or nearly so: the two points lie
 // on either side of it, at one height or nearly so.
 TEST_F(PositionAnalytic, OfTwoPointsAtOneHeightTheOneWithTheSmallerXIsTaken) {
