@@ -331,4 +331,61 @@ TEST_F(PositionSolver, APoleWithoutLengthEndsAtTheAntenna) {
   EXPECT_EQ(result.h, 0.0);
 }
 
+// 0x1.e0a1bfe608283p-15 degrees are 1e-6 radians to the last bit.
+TEST_F(PositionSolver, APoleThatLeansByExactlyTheEpsilonIsNotPlumb) {
+  const double epsilon = 0x1.e0a1bfe608283p-15;
+  const double below = std::nextafter(epsilon, 0.0);
+  for (const bool along_x : {true, false}) {
+    PoseSensorData at = along_x ? Tilted(epsilon, 0.0) : Tilted(0.0, epsilon);
+    at.MagneticX_A = 100.0;
+    position.Position(at, 2.0, result);
+    EXPECT_NE(result.h, -2.0) << along_x;
+    PoseSensorData plumb = along_x ? Tilted(below, 0.0) : Tilted(0.0, below);
+    position.Position(plumb, 2.0, result);
+    EXPECT_EQ(result.x, 0.0);
+    EXPECT_EQ(result.y, 0.0);
+    EXPECT_EQ(result.h, -2.0);
+  }
+}
+
+// The cosine of the rule's triangle, for tilts of which both are positive.
+double CosineOfTriangle(double tiltX, double tiltY) {
+  const double alpha = tiltX * 3.141592653589793 / 180.0;
+  const double beta = tiltY * 3.141592653589793 / 180.0;
+  const double p = 1.0 / std::tan(alpha);
+  const double r = 1.0 / std::tan(beta);
+  const double csc_alpha = 1.0 / std::sin(alpha);
+  const double csc_beta = 1.0 / std::sin(beta);
+  const double t = std::sqrt(csc_alpha * csc_alpha + csc_beta * csc_beta);
+  return (p * p + r * r - t * t) / (2.0 * p * r);
+}
+
+// Rounding takes the cosine of a pole that lies flat to -1, or to either side of it.
+TEST_F(PositionSolver, APoleThatLiesFlatHasADirectionUnlessItsCosineIsBeyondMinusOne) {
+  int exactly = 0;
+  for (int tilt = 1; tilt < 90; ++tilt) {
+    const double cosine = CosineOfTriangle(tilt, 90.0 - tilt);
+    EXPECT_EQ(std::isnan(position.GetAngleofPoleProject(tilt, 90.0 - tilt, 200.0)), cosine < -1.0)
+        << tilt;
+    if (cosine == -1.0) ++exactly;
+  }
+  EXPECT_GT(exactly, 0);
+}
+
+TEST_F(PositionSolver, TiltsBeyond90DegreesHaveADirectionUpToACosineOfOne) {
+  const double cosine = CosineOfTriangle(100.0, 9.0);
+  EXPECT_NEAR(cosine, 0.9, 0.01);
+  const double r = 1.0 / std::tan(9.0 * kDegree);
+  const double t = std::hypot(1.0 / std::sin(100.0 * kDegree), 1.0 / std::sin(9.0 * kDegree));
+  const double offset = std::acos(r * std::sin(std::acos(cosine)) / t) / kDegree;
+  EXPECT_NEAR(position.GetAngleofPoleProject(100.0, 9.0, 200.0), 200.0 - offset, 1e-9);
+}
+
+TEST_F(PositionSolver, ACosineAboveOneCountsAsOneInTheOffsetThatIsKept) {
+  EXPECT_NEAR(CosineOfTriangle(100.0, 10.6), 1.06, 0.01);
+  position.Position_Geometry_A(xyhCoordinate(), Tilted(100.0, 10.6), 2.0, result);
+  EXPECT_EQ(position.PoleProjectOffset, -90.0);
+  EXPECT_TRUE(std::isnan(position.GetAngleofPoleProject(100.0, 10.6, 200.0)));
+}
+
 }  // namespace
