@@ -43,6 +43,14 @@ TEST(AttitudeOfAPole, NorthIsTheFieldsHorizontalPartTurnedByTheBias) {
   EXPECT_NEAR(HeadingOfXAxis(NorthFromField(field, kUp, 100.0), kUp), heading + 260.0, 1e-12);
 }
 
+TEST(AttitudeOfAPole, TheUnitOfAFieldDoesNotMatter) {
+  for (const double unit : {1e-6, 1.0, 1e6}) {
+    const Vector3 north = NorthFromField({0.3 * unit, 0.4 * unit, -1.2 * unit}, kUp, 0.0);
+    EXPECT_NEAR(north.x, 0.6, 1e-15);
+    EXPECT_NEAR(north.y, 0.8, 1e-15);
+  }
+}
+
 TEST(AttitudeOfAPole, AFieldWhoseHorizontalPartIsBelowABillionthTellsNoNorth) {
   EXPECT_NEAR(NorthFromField({0.0, 1.01e-6, 1e3}, kUp, 0.0).y, 1.0, 1e-12);
   EXPECT_EQ(NorthFromField({0.0, 0.99e-6, 1e3}, kUp, 0.0).y, 0.0);

@@ -181,6 +181,17 @@ TEST(ConicFit, TheDistanceOfAPointOffATurnedEllipseIsThatAlongItsNormal) {
   }
 }
 
+// Of a part of an ellipse the best circle, about which the conic is fitted, has another centre.
+TEST(ConicFit, TheDistanceIsThatAlongTheNormalWhereOnlyAnArcWasTurnedToo) {
+  TurnPoints arc;
+  for (int degrees = 40; degrees < 250; degrees += 3) arc.push_back(OnTurnedEllipse(degrees));
+  const Conic conic = FitConic(arc);
+  EXPECT_GT(std::hypot(conic.CentreFirst - 300.0, conic.CentreSecond + 200.0), 50.0);
+  for (int degrees = 0; degrees < 360; degrees += 7) {
+    EXPECT_NEAR(conic.DistanceOf(OnTurnedEllipse(degrees, 1.0)), 1.0, 2e-3) << degrees;
+  }
+}
+
 TEST(ConicFit, TheScatterIsTheRootMeanSquareDistanceAsAShareOfTheLongerSpread) {
   const Conic conic = FitConic(TurnedEllipse());
   TurnPoints points;
