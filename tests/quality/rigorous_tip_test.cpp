@@ -96,14 +96,16 @@ TEST(RigorousTip, TheBiasAnglesTurnTheTipBackByAsMuch) {
 }
 
 TEST(RigorousTip, WeighsTheHeadingsByTheirDeviations) {
-  RigorousTipOptions options;
-  options.HeadingDeviation_A = 1.0;
-  options.HeadingDeviation_B = 2.0;
   const PoseSensorData sample = WithBTurned(Measured(LeaningPole(100.0, 0.0, 0.0), 60.0), 1.0);
-  const RigorousTip tip = SolveRigorousTip(sample, kLength, options);
-  EXPECT_EQ(tip.Source, HeadingSource::Both);
-  EXPECT_NEAR(std::fabs(tip.HeadingDifference), 1.0, 1e-9);
-  EXPECT_NEAR(tip.Heading, 100.0 + 0.2 * tip.HeadingDifference, 1e-4);
+  for (const double deviation : {0.1, 1.0, 7.0}) {
+    RigorousTipOptions options;
+    options.HeadingDeviation_A = deviation;
+    options.HeadingDeviation_B = 2.0 * deviation;
+    const RigorousTip tip = SolveRigorousTip(sample, kLength, options);
+    EXPECT_EQ(tip.Source, HeadingSource::Both);
+    EXPECT_NEAR(std::fabs(tip.HeadingDifference), 1.0, 1e-9);
+    EXPECT_NEAR(tip.Heading, 100.0 + 0.2 * tip.HeadingDifference, 1e-4);
+  }
 }
 
 TEST(RigorousTip, TheHeadingDifferenceIsBLessA) {

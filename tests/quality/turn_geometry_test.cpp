@@ -16,6 +16,7 @@ using tiltpole::detail::Circle;
 using tiltpole::detail::Conic;
 using tiltpole::detail::CoverageOf;
 using tiltpole::detail::FiguresAbout;
+using tiltpole::detail::FitCircle;
 using tiltpole::detail::FitConic;
 using tiltpole::detail::SpreadOf;
 using tiltpole::detail::TurnPlane;
@@ -87,6 +88,14 @@ TEST(TurnGeometry, AnUnevenArcOfACircleTellsItsCentre) {
   EXPECT_TRUE(circle.Told);
   EXPECT_NEAR(circle.First, -700.0, 1e-6);
   EXPECT_NEAR(circle.Second, 250.0, 1e-6);
+}
+
+TEST(TurnGeometry, ACircleSmallerThanACountHasACentreToo) {
+  const Circle circle = FitCircle({PointAt(3.0, 4.0, 0.01, 0.0), PointAt(3.0, 4.0, 0.01, 80.0),
+                                   PointAt(3.0, 4.0, 0.01, 110.0), PointAt(3.0, 4.0, 0.01, 150.0)});
+  EXPECT_TRUE(circle.Told);
+  EXPECT_NEAR(circle.First, 3.0, 1e-9);
+  EXPECT_NEAR(circle.Second, 4.0, 1e-9);
 }
 
 TEST(TurnGeometry, PointsThatTellNoCircleAreCentredOnTheirMean) {
