@@ -27,7 +27,7 @@ using namespace tiltpole;
 constexpr double kRadian = 3.141592653589793 / 180.0;
 constexpr double kNorth = 2500.0;  // field strength to the north [counts]
 constexpr double kDown = 4300.0;   // and downwards [counts]
-constexpr long kMiB = 1024 * 1024;
+constexpr long kMiB = 1024L * 1024L;
 
 // --- what is measured --------------------------------------------------------------------------
 
