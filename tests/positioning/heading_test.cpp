@@ -59,6 +59,8 @@ TEST_F(PositionHeading, StartsWithTheStatedDefaults) {
   EXPECT_EQ(position.LastMagneticZ_A, 0.0);
   EXPECT_EQ(position.LastInclineX, 0.0);
   EXPECT_EQ(position.LastInclineY, 0.0);
+  EXPECT_EQ(position.PoleTriangleAngle, 0.0);
+  EXPECT_EQ(position.PoleProjectOffset, 0.0);
   EXPECT_EQ(position.MagneticBiasAngle_A, 0.0);
   EXPECT_EQ(position.MagneticBiasAngle_B, 0.0);
   EXPECT_EQ(position.IsStationary(), 0);
