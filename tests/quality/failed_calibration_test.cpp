@@ -79,6 +79,20 @@ TEST(FailedCalibration, ADeadAxisLeavesReadingsOnALine) {
   EXPECT_EQ(reason.Magnetometer, ConcernedMagnetometer::B);
 }
 
+TEST(FailedCalibration, AMagnetometerThatReadsNothingIsSaidNotToChange) {
+  SimulatedSession session = SoundSession(11);
+  for (PoseSensorData& sample : session.vertical) {
+    sample.MagneticX_B = sample.MagneticY_B = sample.MagneticZ_B = 0.0;
+  }
+  const Calibrated calibrated = CalibrateAndJudge(session.horizontal, session.vertical);
+  ASSERT_EQ(calibrated.result, 0);
+  ExpectWellFormed(calibrated.quality);
+  const QualityReason& reason = calibrated.quality.Reasons[0];
+  EXPECT_EQ(reason.Code, QualityCode::ReadingsAlike);
+  EXPECT_EQ(reason.Magnetometer, ConcernedMagnetometer::B);
+  EXPECT_EQ(reason.Turn, ConcernedTurn::Vertical);
+}
+
 TEST(FailedCalibration, AnAxisThatNeedsAScaleAboveTwoIsBeyondReach) {
   Random random(4);
   SimulatedSession session = RandomSession(random, 0.0005, 0.0);

@@ -146,4 +146,15 @@ TEST(ParameterCheck, TheHeadingsMayDifferBy5DegreesInTheRootMeanSquare) {
   ExpectOnly(Check(samples(0.0, -7.08)), ConcernedMagnetometer::Both, L"differ by 5.0 degrees");
 }
 
+// North lies 5 degrees clockwise of B's x axis, so its heading is 355 and the difference -5: next
+// to 360 degrees the last bits of the arctangent are lost.
+TEST(ParameterCheck, HeadingsThatDifferByExactly5DegreesStillAgree) {
+  const Vector field = EarthField(5000.0, 60.0);
+  const auto turned = [&field](double degrees) {
+    return std::vector{PlumbSample(field, Product(Turn(kZ, degrees * kDegree), field))};
+  };
+  EXPECT_TRUE(Check(turned(-5.0)).empty());
+  ExpectOnly(Check(turned(-5.0 - 1e-12)), ConcernedMagnetometer::Both, L"differ by 5.0 degrees");
+}
+
 }  // namespace
