@@ -146,4 +146,22 @@ TEST(ExpectedHeadingError, SeesAVerticalTurnAboutAnAxisThatIsNotYWhenTiltsAreRec
   EXPECT_NE(calibrated.quality.Result, Verdict::Good);
 }
 
+// The readings keep their part along x, so how y answers to it does not show.
+TEST(ExpectedHeadingError, IsNotToldFromAVerticalTurnAboutX) {
+  Random random(5);
+  SimulatedSession session;
+  RecordTurns(session, random);
+  session.vertical.clear();
+  for (int i = 0; i < session.samples; ++i) {
+    const Attitude pole = Product(LeaningPole(session.vertical_heading, 0, 0),
+                                  Turn(kX, 360.0 * kDegree * i / session.samples));
+    session.vertical.push_back(SampleOf(session, pole, random));
+  }
+  const tiltpole::CalibrationQuality quality =
+      JudgeCalibration(session.horizontal, session.vertical, {}, {}, {});
+  EXPECT_TRUE(std::isnan(quality.A.Heading.RootMeanSquare));
+  EXPECT_TRUE(std::isnan(quality.B.Heading.RootMeanSquare));
+  EXPECT_EQ(quality.Result, Verdict::Unusable);
+}
+
 }  // namespace

@@ -199,4 +199,15 @@ TEST(PointParts, AHostThatStatesNothingGetsATenthOfADegreeAndAMillimetre) {
   EXPECT_EQ(deviations.AntennaHeight, 0.0);
 }
 
+TEST(PointParts, ATipThatNobodyHasSolvedIsImpossibleAndAllZeros) {
+  const RigorousTip tip;
+  EXPECT_EQ(tip.Status, tiltpole::TipStatus::TiltsImpossible);
+  EXPECT_EQ(tip.Source, tiltpole::HeadingSource::None);
+  EXPECT_FALSE(tip.Agree);
+  for (const double value : {tip.Offset.x, tip.Offset.y, tip.Offset.h, tip.HeadingDifference,
+                             tip.Heading, tip.Heading_A, tip.Heading_B, tip.Tilt, tip.Dip}) {
+    EXPECT_EQ(value, 0.0);
+  }
+}
+
 }  // namespace

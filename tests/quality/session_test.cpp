@@ -146,6 +146,15 @@ TEST(SessionFigures, BeforeTheCorrectionAreAboutTheCircleAndAfterItAboutTheOrigi
   EXPECT_EQ(quality.VerticalDropped, 0);
 }
 
+TEST(SessionFigures, OfATurnRoundToAFractionOfACountAreToldAsFine) {
+  const TurnReadings horizontal = {Circle(0.1, 0.0, 3000.0, false), {}};
+  MagnetometerQuality quality;
+  FillFiguresAfter(horizontal, {}, quality);
+  EXPECT_NEAR(quality.HorizontalAfter.RadiusScatter, 0.1 / std::sqrt(2.0), 1e-5);
+  EXPECT_NEAR(quality.HorizontalAfter.RadiusScatterLargest, 0.1, 1e-5);
+  EXPECT_NEAR(quality.HorizontalAfter.OutOfPlaneScatterLargest, 0.0, 1e-9);
+}
+
 // A field that heads by the given angle to the right of the x axis of a plumb pole.
 Vector3 FieldToTheRight(double degrees) {
   return {std::cos(degrees * kDegree), -std::sin(degrees * kDegree), -1.0};
