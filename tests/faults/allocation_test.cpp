@@ -104,6 +104,7 @@ TEST_F(Allocations, AReplacementThatCannotBeBegunLeavesNothingBehind) {
   EXPECT_GT(failures, 1);
 }
 
+#ifndef _WIN32  // Windows takes the path as it is: there is no allocation to fail.
 TEST_F(Allocations, AFileThatHasNoRoomForItsPathIsNotRemoved) {
   const TemporaryFolder folder;
   const std::wstring path = folder / L"a file whose path is too long for a text of its own";
@@ -116,6 +117,7 @@ TEST_F(Allocations, AFileThatHasNoRoomForItsPathIsNotRemoved) {
   });
   EXPECT_GT(failures, 0);
 }
+#endif
 
 // --- estimation
 
