@@ -177,15 +177,13 @@ TEST_F(ReplayedSession, KeepsTheWindowAliveWhileItCalibrates) {
 
 TEST_F(ReplayedSession, IsWorkedByTheKeysOfAHandheldAlone) {
   Open(FieldSession());
-  // Without a window manager the focus does not come back from a dialog by itself.
-  window.activateWindow();
-  ASSERT_TRUE(robot.WaitUntil([this] { return window.isActiveWindow(); }));
-  QTest::keyClick(&window, Qt::Key_F9);
+  ASSERT_TRUE(robot.PressUntil(
+      Qt::Key_F9, [this] { return window.Model().Source()->State() == SourceState::Running; }));
   ASSERT_TRUE(robot.WaitUntil([this] { return window.Model().HasTurns(); }));
-  QTest::keyClick(&window, Qt::Key_F2);
+  ASSERT_TRUE(robot.PressUntil(
+      Qt::Key_F2, [this] { return robot.See<QPushButton>("tab_measure")->isChecked(); }));
   EXPECT_TRUE(robot.See<QPushButton>("store")->isVisible());
-  QTest::keyClick(&window, Qt::Key_F6);
-  ASSERT_TRUE(robot.WaitUntil([this] { return Stored() == 1; }));
+  ASSERT_TRUE(robot.PressUntil(Qt::Key_F6, [this] { return Stored() == 1; }));
   EXPECT_NE(window.Model().Points()->Points()[0].flags & kNotCalibrated, 0U);
 }
 

@@ -47,6 +47,20 @@ void Robot::Key(const char* widget, Qt::Key key, Qt::KeyboardModifiers modifiers
   QTest::keyClick(See<QWidget>(widget), key, modifiers);
 }
 
+// Without a window manager a dialog that was closed can take the focus along, late, and a window
+// without it is deaf to its shortcuts.
+bool Robot::PressUntil(Qt::Key shortcut, const std::function<bool()>& so) {
+  constexpr int kPresses = 5;
+  constexpr int kReaction = 3000;  // [ms]
+  for (int i = 0; i < kPresses; ++i) {
+    window_.activateWindow();
+    WaitUntil([this] { return window_.isActiveWindow(); });
+    QTest::keyClick(&window_, shortcut);
+    if (QTest::qWaitFor(so, kReaction)) return true;
+  }
+  return false;
+}
+
 // The dialog runs a loop of its own, so the answer has to be under way before it opens.
 void Robot::AnswerFileDialog(const std::string& path) {
   auto* timer = new QTimer(&window_);

@@ -34,6 +34,8 @@ class Robot {
   void HoldUntil(const char* button, const std::function<bool()>& so);
   void DragOnPad(QPoint from_middle);
   void Key(const char* widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+  /// Presses a shortcut of the window, again where nothing came of it.
+  bool PressUntil(Qt::Key shortcut, const std::function<bool()>& so);
   /// Clicks a button that asks for a file, and types the file's name.
   void ClickAndType(const char* button, const std::string& path);
   void ChooseFromMenu(const char* button, int entry, const std::string& path = {});
