@@ -135,6 +135,17 @@ TEST(HeadingOfError, TheTiltedSummaryIsOverAllDirectionsAndWaysToLeanBy30Degrees
   EXPECT_NEAR(error.TiltedLargest, plain.largest, 1e-9);
 }
 
+// An error of 1 radian, known to 1.5: with two deviations more than half a turn.
+TEST(HeadingOfError, AHeadingIsOffByHalfATurnAtMost) {
+  ErrorRow estimate{};
+  ErrorRow deviation{};
+  estimate[tiltpole::detail::kOy] = 1.0;
+  deviation[tiltpole::detail::kOy] = 1.5;
+  const HeadingError error = ExpectedHeadingError(ErrorWith(estimate, deviation, 0.0));
+  EXPECT_EQ(error.Largest, 180.0);
+  EXPECT_EQ(error.TiltedLargest, 180.0);
+}
+
 TEST(HeadingOfError, AnErrorThatIsNotToldGivesNoNumbersAndNoDirections) {
   const HeadingError error = ExpectedHeadingError({});
   for (const double figure :

@@ -52,14 +52,16 @@ struct HeadingError {
   double Mean = 0.0;               ///< over all directions
   double StandardDeviation = 0.0;  ///< about the mean: directions and the noise of one reading
   double RootMeanSquare = 0.0;     ///< of one reading in any direction
-  /// Largest over the directions of |Error| and two of its deviations, without reading noise.
+  /// Largest over the directions of |Error| and two of its deviations, without reading noise; at
+  /// most 180.
   double Largest = 0.0;
   /// Root mean square of the part that every measurement in a direction shares.
   double Systematic = 0.0;
   double Noise = 0.0;  ///< standard deviation of one reading about it
   /// Root mean square of one reading with the pole tilted by 30 degrees, in any direction.
   double Tilted = 0.0;
-  double TiltedLargest = 0.0;  ///< Largest with the pole tilted by 30 degrees, in any direction
+  /// Largest with the pole tilted by 30 degrees, in any direction; at most 180.
+  double TiltedLargest = 0.0;
   std::vector<HeadingErrorAt> ByHeading;  ///< 72 directions, 0, 5 ... 355
 };
 

@@ -48,8 +48,9 @@ Part PartAt(const SensorError& error, const Attitude& attitude) {
 // noise of the samples twice.
 double ExpectedSquare(const Part& part) { return std::max(part.Error * part.Error, part.Variance); }
 
+// The first order of a large error exceeds half a turn, which no heading can be off.
 double LargestOf(const Part& part) {
-  return std::fabs(part.Error) + 2.0 * std::sqrt(std::max(0.0, part.Variance));
+  return std::min(std::fabs(part.Error) + 2.0 * std::sqrt(std::max(0.0, part.Variance)), kPi);
 }
 
 // Over all directions and ways to lean.
