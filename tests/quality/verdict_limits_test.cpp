@@ -206,6 +206,17 @@ TEST(VerdictLimits, ALeanWeighsByTheHeadingThatTheDipMakesOfIt) {
   EXPECT_EQ(WeightOfLean(0.0, -JustAbove(steep), 60.0), Verdict::Poor);
 }
 
+// Near the Earth's magnetic poles the field is all but vertical, and a lean turns what is left.
+TEST(VerdictLimits, ALeanPutsHeadingsOffByHalfATurnAtMost) {
+  TurnReadings horizontal;
+  horizontal.Up = {{1.0, 0.0, 1.0}};
+  Reasons reasons;
+  FindLean(horizontal, 89.0, reasons);
+  ASSERT_EQ(reasons.size(), 1U);
+  EXPECT_TRUE(Says(reasons[0], L"leaned by 45.0 degrees"));
+  EXPECT_TRUE(Says(reasons[0], L"off by up to 180.0 degrees"));
+}
+
 TEST(VerdictLimits, ALeanThatTheTurnTakesToAllSidesIsNone) {
   TurnReadings horizontal;
   horizontal.Up = {{0.2, 0.0, 1.0}, {-0.2, 0.0, 1.0}, {0.0, 0.2, 1.0}, {0.0, -0.2, 1.0}};

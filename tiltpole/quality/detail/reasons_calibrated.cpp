@@ -179,7 +179,7 @@ void FindLean(const TurnReadings& horizontal, double dip, Reasons& reasons) {
   Vector3 mean;
   for (const Vector3& up : horizontal.Up) mean = mean + up;
   const double lean = ToDegrees(std::atan2(std::hypot(mean.x, mean.y), mean.z));
-  const double in_heading = lean * std::fabs(std::tan(ToRadians(dip)));
+  const double in_heading = std::min(lean * std::fabs(std::tan(ToRadians(dip))), 180.0);
   AddUnlessGood(reasons,
                 {QualityCode::PoleLeaned, WeightOf(in_heading, kLargestError), M::Both,
                  ConcernedTurn::Horizontal,
