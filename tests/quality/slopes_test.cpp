@@ -8,19 +8,13 @@
 #include <gtest/gtest.h>
 
 #include "tiltpole/quality/detail/least_squares.h"
-#include "tiltpole/quality/detail/wording.h"
 
 namespace {
 
-using tiltpole::ConcernedMagnetometer;
-using tiltpole::ConcernedTurn;
 using tiltpole::detail::FitSlopes;
 using tiltpole::detail::LeastSquares;
-using tiltpole::detail::NameOf;
 using tiltpole::detail::SamplesErringAsOne;
 using tiltpole::detail::Slopes;
-using tiltpole::detail::Tenths;
-using tiltpole::detail::Whole;
 
 TEST(LeastSquaresFit, TheBestLineAndItsCovarianceAreThoseOfTheTextbook) {
   // y = 1, 3, 4 at x = 0, 1, 2: slope 1.5, intercept 7/6; the inverse of [[3, 3], [3, 5]].
@@ -151,28 +145,6 @@ TEST(SlopesFit, ThreeRowsLeaveNothingToTellAVarianceFrom) {
   const std::vector<std::array<double, 3>> rows = {
       {1.0, 0.0, 0.0}, {1.0, 1.0, 0.0}, {1.0, 0.0, 1.0}};
   EXPECT_FALSE(FitSlopes(rows, {1.0, 2.0, 3.0}).Told);
-}
-
-TEST(Wording, NumbersAreRoundedToTheNearestWholeOrTenth) {
-  EXPECT_EQ(Whole(41.5), L"42");
-  EXPECT_EQ(Whole(41.4), L"41");
-  EXPECT_EQ(Whole(-0.4), L"0");
-  EXPECT_EQ(Tenths(1.25), L"1.3");
-  EXPECT_EQ(Tenths(1.24), L"1.2");
-  EXPECT_EQ(Tenths(9.96), L"10.0");
-  EXPECT_EQ(Tenths(-1.27), L"-1.3");
-  EXPECT_EQ(Tenths(-0.04), L"0.0");
-  EXPECT_EQ(Tenths(-0.06), L"-0.1");
-  EXPECT_EQ(Tenths(HUGE_VAL), L"an unknown number of");
-}
-
-TEST(Wording, WhatAReasonConcernsHasAName) {
-  EXPECT_EQ(NameOf(ConcernedMagnetometer::A), L"magnetometer A");
-  EXPECT_EQ(NameOf(ConcernedMagnetometer::B), L"magnetometer B");
-  EXPECT_EQ(NameOf(ConcernedMagnetometer::Both), L"both magnetometers");
-  EXPECT_EQ(NameOf(ConcernedTurn::Horizontal), L"the turn about the pole's axis");
-  EXPECT_EQ(NameOf(ConcernedTurn::Vertical), L"the turn about the sensor's y axis");
-  EXPECT_EQ(NameOf(ConcernedTurn::Both), L"both turns");
 }
 
 }  // namespace
