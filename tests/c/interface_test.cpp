@@ -8,8 +8,8 @@
 
 #include <gtest/gtest.h>
 
-#include "faults/allocations.h"
 #include "quality/simulated_session.h"
+#include "support/allocations.h"
 #include "support/temporary_folder.h"
 #include "tiltpole/c/detail/guard.h"
 #include "tiltpole/c/detail/records.h"

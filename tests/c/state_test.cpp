@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "faults/allocations.h"
+#include "support/allocations.h"
 #include "support/temporary_folder.h"
 #include "tiltpole/c/detail/tip.h"
 #include "tiltpole/platform/message_box.h"

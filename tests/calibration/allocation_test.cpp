@@ -8,7 +8,7 @@
 
 #include "calibration/literal_calibration.h"
 #include "calibration/random_session.h"
-#include "positioning/allocations.h"
+#include "support/allocations.h"
 #include "support/message_capture.h"
 #include "tiltpole/calibration/detail/correction_fit.h"
 
@@ -30,17 +30,17 @@ Counted CountRun(const Turns& turns, int cap) {
       [](const std::wstring&, const std::wstring&, tiltpole::MessageIcon) {});
   CorrectionFit fit(ReadingsOf(MatrixOf(turns.horizontal)), ReadingsOf(MatrixOf(turns.vertical)));
   Incline_MagneticCorrectParameter out;
-  const long before = Allocations();
+  const long before = AllocationsMade();
   const int result = fit.Run(out, cap);
-  const long after = Allocations();
+  const long after = AllocationsMade();
   tiltpole::SetMessageBoxHandler(std::move(previous));
   return {result, after - before};
 }
 
 TEST(CalibrationMemory, TheCounterSeesAnAllocation) {
-  const long before = Allocations();
+  const long before = AllocationsMade();
   void* memory = operator new(100);
-  EXPECT_EQ(Allocations() - before, 1);
+  EXPECT_EQ(AllocationsMade() - before, 1);
   operator delete(memory);
 }
 

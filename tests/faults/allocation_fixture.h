@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "calibration/random_session.h"
-#include "faults/allocations.h"
+#include "support/allocations.h"
 #include "support/temporary_folder.h"
 #include "tiltpole/persistence/CParameterFile.h"
 #include "tiltpole/platform/message_box.h"

@@ -14,7 +14,7 @@
 #include "calibration/random_session.h"
 #include "calibration/same_bits.h"
 #include "faults/allocation_fixture.h"
-#include "faults/allocations.h"
+#include "support/allocations.h"
 #include "support/temporary_folder.h"
 #include "tiltpole/tiltpole.h"
 

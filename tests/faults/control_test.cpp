@@ -5,7 +5,7 @@
 
 #include "controls/recorded.h"
 #include "controls/view_files.h"
-#include "faults/allocations.h"
+#include "support/allocations.h"
 #include "tiltpole/controls/CGraphCompass.h"
 #include "tiltpole/controls/CGraphIncline_Left.h"
 #include "tiltpole/controls/CGraphMagnetic_XY.h"

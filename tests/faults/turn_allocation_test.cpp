@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "faults/allocation_fixture.h"
-#include "faults/allocations.h"
+#include "support/allocations.h"
 #include "tiltpole/quality/calibration_quality.h"
 #include "tiltpole/quality/parameter_check.h"
 #include "tiltpole/screening/CInclineSensor_Filter_XY.h"

@@ -5,32 +5,33 @@
 
 #include <gtest/gtest.h>
 
-#include "positioning/allocations.h"
 #include "positioning/exposed_position.h"
+#include "support/allocations.h"
 #include "support/temporary_folder.h"
 
 namespace {
 
 using tiltpole::PoseSensorData;
 using tiltpole::xyhCoordinate;
-using tiltpole_test::Allocations;
+using tiltpole_test::AllocationsMade;
 using tiltpole_test::ExposedPosition;
 using tiltpole_test::FailAllocationAfter;
 using tiltpole_test::ReadBytes;
+using tiltpole_test::StopFailing;
 using tiltpole_test::TemporaryFolder;
 
 TEST(PositionAllocations, AreCounted) {
-  const long before = Allocations();
+  const long before = AllocationsMade();
   // Called by its name, which a compiler may not leave out as it may a new that nobody uses.
   void* const something = ::operator new(8);
-  EXPECT_EQ(Allocations() - before, 1);
+  EXPECT_EQ(AllocationsMade() - before, 1);
   ::operator delete(something);
 }
 
 TEST(PositionAllocations, MeasuringNeedsNone) {
   ExposedPosition position;
   xyhCoordinate tip;
-  const long before = Allocations();
+  const long before = AllocationsMade();
   for (int i = 0; i < 100; ++i) {
     PoseSensorData data;
     data.InclineX = 0.3 * (i - 50);
@@ -42,7 +43,7 @@ TEST(PositionAllocations, MeasuringNeedsNone) {
     position.Position_Math(xyhCoordinate(), data, 2.0, tip);
     position.GetAngleofPoleProject(data.InclineX, data.InclineY, data.Yaw_A);
   }
-  EXPECT_EQ(Allocations() - before, 0);
+  EXPECT_EQ(AllocationsMade() - before, 0);
 }
 
 class PositionFailedAllocations : public ::testing::Test {
@@ -52,7 +53,7 @@ class PositionFailedAllocations : public ::testing::Test {
     position.ConfigSave(path);
     position.SetMagneticBiasAngle_A(25.0);
   }
-  ~PositionFailedAllocations() override { FailAllocationAfter(-1); }
+  ~PositionFailedAllocations() override { StopFailing(); }
 
   TemporaryFolder folder;
   std::wstring path = folder / L"a path too long for any text without an allocation.par";
@@ -65,7 +66,7 @@ TEST_F(PositionFailedAllocations, ReadingGivesEverythingOrChangesNothing) {
     ASSERT_EQ(position.GetMagneticBiasAngle_A(), 25.0);
     FailAllocationAfter(failed);
     result = position.ConfigRead(path);
-    FailAllocationAfter(-1);
+    StopFailing();
   }
   EXPECT_GT(failed, 5);
   EXPECT_EQ(position.GetMagneticBiasAngle_A(), 12.5);
@@ -78,7 +79,7 @@ TEST_F(PositionFailedAllocations, ReplacingGivesTheNewFileOrLeavesTheOld) {
     ASSERT_EQ(ReadBytes(path), old);
     FailAllocationAfter(failed);
     result = position.ConfigReplace(path);
-    FailAllocationAfter(-1);
+    StopFailing();
   }
   EXPECT_GT(failed, 5);
   EXPECT_NE(ReadBytes(path).find("[MagneticBiasAngle_A]25.0000000000\r\n"), std::string::npos);
@@ -89,7 +90,7 @@ TEST_F(PositionFailedAllocations, SavingReportsThem) {
   for (int result = 0; result == 0; ++failed) {
     FailAllocationAfter(failed);
     result = position.ConfigSave(path);
-    FailAllocationAfter(-1);
+    StopFailing();
   }
   EXPECT_GT(failed, 5);
   EXPECT_NE(ReadBytes(path).find("[MagneticBiasAngle_A]25.0000000000\r\n"), std::string::npos);

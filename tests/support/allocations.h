@@ -6,6 +6,9 @@
 
 namespace tiltpole_test {
 
+/// Allocations that were asked for since the program started.
+long AllocationsMade();
+
 /// Blocks that were allocated and not yet freed.
 long LivingAllocations();
 

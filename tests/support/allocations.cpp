@@ -1,14 +1,16 @@
-#include "faults/allocations.h"
+#include "support/allocations.h"
 
 #include <cstdlib>
 
 namespace {
 
+long made = 0;
 long living = 0;
 long until_failure = -1;
 bool failed = false;
 
 void* Allocate(std::size_t size) noexcept {
+  ++made;
   if (until_failure == 0) {
     until_failure = -1;
     failed = true;
@@ -35,6 +37,8 @@ void Free(void* memory) noexcept {
 }  // namespace
 
 namespace tiltpole_test {
+
+long AllocationsMade() { return made; }
 
 long LivingAllocations() { return living; }
 
