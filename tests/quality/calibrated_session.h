@@ -59,17 +59,4 @@ inline void AddCrossTerms(Random& random, double size, SimulatedMagnetometer& se
   sensor.gain[1][2] = random.Uniform(-size, size);
 }
 
-inline bool Has(const tiltpole::CalibrationQuality& quality, tiltpole::QualityCode code) {
-  for (const tiltpole::QualityReason& reason : quality.Reasons)
-    if (reason.Code == code) return true;
-  return false;
-}
-
-inline const tiltpole::QualityReason* Find(const tiltpole::CalibrationQuality& quality,
-                                           tiltpole::QualityCode code) {
-  for (const tiltpole::QualityReason& reason : quality.Reasons)
-    if (reason.Code == code) return &reason;
-  return nullptr;
-}
-
 }  // namespace tiltpole_test

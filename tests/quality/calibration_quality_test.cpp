@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "quality/calibrated_session.h"
+#include "quality/found_reasons.h"
 
 namespace {
 
@@ -192,8 +193,7 @@ TEST(CalibrationQuality, TiltsThatCountAWholeTurnAreNoElevationsAndCountAsMissin
   EXPECT_LT(quality.B.Heading.Tilted, 0.01);
   const QualityReason* reason = Find(quality, QualityCode::TiltsMissing);
   ASSERT_NE(reason, nullptr);
-  EXPECT_NE(reason->Sentence.find(L"as elevations of the sensor's x and y axes"),
-            std::wstring::npos);
+  EXPECT_TRUE(Says(*reason, L"as elevations of the sensor's x and y axes"));
   EXPECT_EQ(quality.Result, Verdict::Usable);
 }
 
@@ -221,7 +221,7 @@ TEST(CalibrationQuality, APoleThatLeanedToOneSideOfTheSensorIsToldAndItsHeadingE
   ASSERT_EQ(calibrated.result, 1);
   const QualityReason* reason = Find(calibrated.quality, QualityCode::PoleLeaned);
   ASSERT_NE(reason, nullptr);
-  EXPECT_NE(reason->Sentence.find(L"leaned by 3.0 degrees"), std::wstring::npos);
+  EXPECT_TRUE(Says(*reason, L"leaned by 3.0 degrees"));
   const TrueError truth = TrueErrorAtTilt(session, session.A, 1.0, calibrated.A, 0.0);
   EXPECT_NEAR(truth.largest, 3.0 * std::tan(60.0 * kDegree), 0.3);
   EXPECT_NEAR(calibrated.quality.A.Heading.Systematic / std::sqrt(truth.mean_square), 1.0, 0.1);

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "quality/calibrated_session.h"
+#include "quality/found_reasons.h"
 
 namespace {
 
@@ -54,7 +55,7 @@ TEST(FailedCalibration, FourSamplesAreTooFewAndTheSentenceSaysHowManyThereAre) {
   const QualityReason& reason = calibrated.quality.Reasons[0];
   EXPECT_EQ(reason.Code, QualityCode::TooFewSamples);
   EXPECT_EQ(reason.Turn, ConcernedTurn::Horizontal);
-  EXPECT_NE(reason.Sentence.find(L"There are 4 samples"), std::wstring::npos);
+  EXPECT_TRUE(Says(reason, L"There are 4 samples"));
 }
 
 TEST(FailedCalibration, APoleThatStoodStillIsSaidNotToHaveTurned) {
@@ -104,7 +105,7 @@ TEST(FailedCalibration, AnAxisThatNeedsAScaleAboveTwoIsBeyondReach) {
   const QualityReason* reason = Find(calibrated.quality, QualityCode::ScaleBeyondReach);
   ASSERT_NE(reason, nullptr);
   EXPECT_EQ(reason->Magnetometer, ConcernedMagnetometer::A);
-  EXPECT_NE(reason->Sentence.find(L"2.5"), std::wstring::npos);
+  EXPECT_TRUE(Says(*reason, L"2.5"));
 }
 
 TEST(FailedCalibration, ReadingsAllOverThePlaneComeFromADisturbedField) {

@@ -2,11 +2,11 @@
 
 #include <cmath>
 #include <limits>
-#include <string>
 
 #include <gtest/gtest.h>
 
 #include "quality/calibrated_session.h"
+#include "quality/found_reasons.h"
 
 namespace {
 
@@ -104,7 +104,7 @@ void ExpectOnly(const std::vector<QualityReason>& reasons, ConcernedMagnetometer
   EXPECT_EQ(reasons[0].Code, QualityCode::ParametersOfAnotherPole);
   EXPECT_EQ(reasons[0].Weight, Verdict::Unusable);
   EXPECT_EQ(reasons[0].Magnetometer, magnetometer);
-  EXPECT_NE(reasons[0].Sentence.find(words), std::wstring::npos);
+  EXPECT_TRUE(Says(reasons[0], words));
 }
 
 TEST(ParameterCheck, TheFieldStrengthMayScatterBy4Percent) {

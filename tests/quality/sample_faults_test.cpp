@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "quality/found_reasons.h"
 #include "tiltpole/quality/detail/reasons.h"
 
 namespace {
@@ -20,6 +21,8 @@ using tiltpole::Verdict;
 using tiltpole::detail::RawSession;
 using tiltpole::detail::Reasons;
 using tiltpole::detail::Samples;
+using tiltpole_test::Find;
+using tiltpole_test::Says;
 
 constexpr double kFullTurn = 2.0 * 3.14159265358979323846;
 
@@ -54,16 +57,6 @@ Reasons FaultsOfSamples(const RawSession& session) {
   Reasons reasons;
   FindFaultsOfSamples(session, reasons);
   return reasons;
-}
-
-const QualityReason* Find(const Reasons& reasons, QualityCode code) {
-  for (const QualityReason& reason : reasons)
-    if (reason.Code == code) return &reason;
-  return nullptr;
-}
-
-bool Says(const QualityReason& reason, const wchar_t* words) {
-  return reason.Sentence.find(words) != std::wstring::npos;
 }
 
 TEST(FaultsOfSamples, TwoRoundTurnsOf30SamplesHaveNone) {

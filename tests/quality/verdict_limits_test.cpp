@@ -4,10 +4,10 @@
 #include <cmath>
 #include <functional>
 #include <limits>
-#include <string>
 
 #include <gtest/gtest.h>
 
+#include "quality/found_reasons.h"
 #include "tiltpole/quality/detail/reasons.h"
 
 namespace {
@@ -27,22 +27,14 @@ using tiltpole::detail::FindMissingTilts;
 using tiltpole::detail::FindUnfitTranslation;
 using tiltpole::detail::Reasons;
 using tiltpole::detail::TurnReadings;
+using tiltpole_test::Find;
+using tiltpole_test::Says;
 
 constexpr double kRadian = 180.0 / 3.14159265358979323846;  // degrees
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 double JustAbove(double figure) { return figure * (1.0 + 1e-9); }
 double JustBelow(double figure) { return figure * (1.0 - 1e-9); }
-
-const QualityReason* Find(const Reasons& reasons, QualityCode code) {
-  for (const QualityReason& reason : reasons)
-    if (reason.Code == code) return &reason;
-  return nullptr;
-}
-
-bool Says(const QualityReason& reason, const wchar_t* words) {
-  return reason.Sentence.find(words) != std::wstring::npos;
-}
 
 // Both turns and both magnetometers see the same field, and nothing is wrong.
 CalibrationQuality SoundQuality() {
