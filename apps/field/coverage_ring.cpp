@@ -2,10 +2,9 @@
 
 #include <QPainter>
 #include <QPainterPath>
+#include <QtMath>
 #include <algorithm>
 #include <cmath>
-
-#include "tiltpole/records/detail/angles.h"
 
 namespace tiltpole::field {
 namespace {
@@ -16,7 +15,7 @@ const QColor kCovered(0, 90, 32);
 const QColor kMissing(255, 255, 255);
 
 QPointF OnCircle(const QRectF& circle, double screen_angle, double share) {
-  const double radians = detail::ToRadians(screen_angle);
+  const double radians = qDegreesToRadians(screen_angle);
   const double radius = share * circle.width() / 2.0;
   return circle.center() + QPointF(std::cos(radians) * radius, -std::sin(radians) * radius);
 }

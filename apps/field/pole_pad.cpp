@@ -4,10 +4,9 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWheelEvent>
+#include <QtMath>
 #include <algorithm>
 #include <cmath>
-
-#include "tiltpole/records/detail/angles.h"
 
 namespace tiltpole::field {
 namespace {
@@ -37,17 +36,17 @@ void PolePad::PushTo(const QPointF& place) {
   if (source_ == nullptr) return;
   const QPointF from_middle = place - Circle().center();
   const double share = std::hypot(from_middle.x(), from_middle.y()) / (Circle().width() / 2.0);
-  const double lean = detail::ToDegrees(std::atan2(from_middle.x(), -from_middle.y()));
+  const double lean = qRadiansToDegrees(std::atan2(from_middle.x(), -from_middle.y()));
   source_->PushOver(std::min(1.0, share) * kTiltAtRim, lean);
   update();
 }
 
 void PolePad::Push(double north, double east) {
-  const double lean = detail::ToRadians(source_->Lean());
+  const double lean = qDegreesToRadians(source_->Lean());
   const double to_north = source_->Tilt() * std::cos(lean) + north;
   const double to_east = source_->Tilt() * std::sin(lean) + east;
   source_->PushOver(std::hypot(to_north, to_east),
-                    detail::ToDegrees(std::atan2(to_east, to_north)));
+                    qRadiansToDegrees(std::atan2(to_east, to_north)));
 }
 
 void PolePad::mousePressEvent(QMouseEvent* event) { PushTo(event->position()); }
@@ -111,7 +110,7 @@ void PolePad::paintEvent(QPaintEvent*) {
     return circle.center() +
            QPointF(-direction.y * share, -direction.x * share) * circle.width() / 2.0;
   };
-  const double lean = detail::ToRadians(source_->Lean());
+  const double lean = qDegreesToRadians(source_->Lean());
   const double share = source_->Tilt() / kTiltAtRim;
   const QPointF top =
       circle.center() + QPointF(std::sin(lean), -std::cos(lean)) * share * circle.width() / 2.0;

@@ -1,8 +1,6 @@
 #include "apps/field/turn_recording.h"
 
-#include <cmath>
-
-#include "tiltpole/records/detail/angles.h"
+#include "tiltpole/positioning/CInclineSensor_Position.h"
 #include "tiltpole/screening/CInclineSensor_Filter_XY.h"
 #include "tiltpole/screening/CInclineSensor_Filter_XZ.h"
 
@@ -67,8 +65,7 @@ double TurnRecording::DirectionOf(const PoseSensorData& raw) const {
   const PoseSensorCenterParameter center = screening_->Center();
   const double second = turn_ == SampleSet::Horizontal ? raw.MagneticY_A - center.CenterY
                                                        : raw.MagneticZ_A - center.CenterZ;
-  const double degrees = detail::ToDegrees(std::atan2(second, raw.MagneticX_A - center.CenterX));
-  return degrees < 0.0 ? degrees + 360.0 : degrees;
+  return CInclineSensor_Position().ConverseYaw_True(raw.MagneticX_A - center.CenterX, second);
 }
 
 // The middle moves with every tenth sample, and the directions of all with it.
