@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """What somebody at a terminal sees of a long session being read: a line of progress, wiped at the
-end. Whoever keeps standard error in a file sees nothing of it."""
+end. Whoever keeps standard error in a file sees nothing of it. Ends with 77 where no terminal can be
+had."""
 
 import os
 import pty
@@ -41,8 +42,7 @@ def measure(program: str, folder: str, error) -> subprocess.Popen:
                             stderr=error)
 
 
-def on_a_terminal(program: str, folder: str) -> bytes:
-    ours, theirs = pty.openpty()
+def on_a_terminal(program: str, folder: str, ours: int, theirs: int) -> bytes:
     run = measure(program, folder, theirs)
     os.close(theirs)
     feeder = threading.Thread(target=feed, args=(run.stdin,))
@@ -66,11 +66,16 @@ def in_a_pipe(program: str, folder: str) -> bytes:
 def main() -> int:
     program = sys.argv[1]
     with tempfile.TemporaryDirectory() as folder:
-        seen = on_a_terminal(program, folder)
-        assert b"\rmeasure: " in seen and b" rows\x1b[K" in seen, seen
-        assert seen.endswith(b"\r\x1b[K"), seen
         seen = in_a_pipe(program, folder)
         assert b"rows" not in seen and b"\x1b" not in seen, seen
+        try:
+            ours, theirs = pty.openpty()
+        except OSError as error:
+            print(f"skipped: no pseudo-terminal can be had here: {error}")
+            return 77
+        seen = on_a_terminal(program, folder, ours, theirs)
+        assert b"\rmeasure: " in seen and b" rows\x1b[K" in seen, seen
+        assert seen.endswith(b"\r\x1b[K"), seen
     return 0
 
 
