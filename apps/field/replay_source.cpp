@@ -23,8 +23,7 @@ bool SameSecond(const session::SessionSample& a, const session::SessionSample& b
 // A fault is shown on a small screen: the file's name is enough there.
 ReplaySource::ReplaySource(const std::string& path)
     : file_(path, std::cin),
-      name_(std::filesystem::u8path(file_.Name()).filename().u8string()),
-      reader_(file_.Stream(), name_) {}
+      reader_(file_.Stream(), std::filesystem::u8path(file_.Name()).filename().u8string()) {}
 
 std::optional<double> ReplaySource::Progress() const {
   if (!file_.Size() || *file_.Size() == 0) return std::nullopt;

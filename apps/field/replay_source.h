@@ -32,7 +32,7 @@ class ReplaySource : public SampleSource {
   std::string Fault() const override { return fault_; }
   void Play() override;
   void Pause() override;
-  std::string Name() const override { return name_; }
+  std::string Name() const override { return reader_.Table().Name(); }
   std::optional<double> Progress() const override;
 
  private:
@@ -41,7 +41,6 @@ class ReplaySource : public SampleSource {
   bool StopsBeforePoints() const;
 
   session::InputFile file_;
-  std::string name_;  // without its folders
   session::SessionReader reader_;
   SourceState state_ = SourceState::Paused;
   std::string fault_;

@@ -28,6 +28,11 @@ std::vector<SourceSample> PlayAll(SampleSource& source) {
   return all;
 }
 
+TEST(Replay, IsCalledByItsFileWithoutTheFolders) {
+  const TemporaryFolder folder;
+  EXPECT_EQ(ReplaySource(folder.Write("s.csv", FieldSession())).Name(), "s.csv");
+}
+
 TEST(Replay, WaitsForPlay) {
   const TemporaryFolder folder;
   ReplaySource source(folder.Write("s.csv", FieldSession()));
