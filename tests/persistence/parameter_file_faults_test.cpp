@@ -2,6 +2,8 @@
 
 #include <filesystem>
 #include <string>
+#include <type_traits>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -159,6 +161,30 @@ TEST_F(ParameterFileFaults, AReplacementClosedBeforeItIsFinishedIsGivenUp) {
   EXPECT_EQ(file.Replace(), 0);
   EXPECT_EQ(ReadBytes(path), "[a]1\r\n");
   EXPECT_FALSE(PathExists(path + L".new"));
+}
+
+// A path as a system's buffer holds it.
+TEST_F(ParameterFileFaults, APathEndsAtAZeroCharacterWhenReplacingToo) {
+  WriteBytes(path, "[a]1\r\n");
+  ASSERT_EQ(file.OpenForReplace(path + L'\0'), 1);
+  file.WriteInt(L"a", 2);
+  EXPECT_EQ(ReadBytes(path), "[a]1\r\n");
+  EXPECT_EQ(file.Replace(), 1);
+  EXPECT_EQ(ReadBytes(path), "[a]2\r\n");
+  EXPECT_FALSE(PathExists(path + L".new"));
+  EXPECT_EQ(file.OpenForReplace(std::wstring(1, L'\0')), 0);
+}
+
+template <class File, class = void>
+struct CanCreate : std::false_type {};
+template <class File>
+struct CanCreate<File, std::void_t<decltype(std::declval<File&>().Create(std::wstring()))>>
+    : std::true_type {};
+
+// Otherwise Replace would put the file that it began, empty, in the place of the old one.
+TEST_F(ParameterFileFaults, NoOtherFileCanBeOpenedDuringAReplacement) {
+  EXPECT_TRUE(CanCreate<tiltpole::PlatformFile>::value);
+  EXPECT_FALSE(CanCreate<CParameterFile>::value);
 }
 
 TEST_F(ParameterFileFaults, ReplaceWithoutABeginningFails) { EXPECT_EQ(file.Replace(), 0); }

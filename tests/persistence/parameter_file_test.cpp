@@ -139,11 +139,14 @@ TEST_F(ParameterFile, NoCharacterIsCutInTwo) {
   EXPECT_EQ(CloseAndReadBytes(), "[k]" + std::string(95, 'x'));
 }
 
-TEST_F(ParameterFile, WithoutAnOpenFileWritingDoesNothing) {
-  file.WriteString(L"a", L"b");
+TEST_F(ParameterFile, WritingAfterTheFileWasClosedDoesNothing) {
+  OpenForWrite();
   file.WriteInt(L"a", 1);
-  file.WriteDouble(L"a", 1.0);
-  EXPECT_FALSE(tiltpole::detail::PathExists(path));
+  file.Close();
+  file.WriteString(L"b", L"c");
+  file.WriteInt(L"b", 2);
+  file.WriteDouble(L"b", 2.0);
+  EXPECT_EQ(CloseAndReadBytes(), "[a]1\r\n");
 }
 
 TEST_F(ParameterFile, ReadsAString) {

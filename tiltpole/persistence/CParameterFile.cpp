@@ -44,10 +44,10 @@ int CParameterFile::OpenForWrite(const std::wstring& path) {
 
 int CParameterFile::OpenForReplace(const std::wstring& path) {
   AbandonReplacement();
-  path_beside_ = path + L".new";
   // Copied first: without room for it no file must have been created.
-  std::wstring replaced_path = path;
-  if (path.empty() || !Create(path_beside_)) return 0;
+  std::wstring replaced_path(UpToZero(path));
+  path_beside_ = replaced_path + L".new";
+  if (replaced_path.empty() || !Create(path_beside_)) return 0;
   replaced_path_ = std::move(replaced_path);
   return 1;
 }

@@ -28,7 +28,7 @@ namespace tiltpole {
 /// in the result of Close alone. OpenForReplace and Replace take the place of the first and the
 /// last where the old content must not be lost to a power cut or a full disk.
 ///
-/// Keys and string values end at a zero character, if they hold one. Nothing throws, but for
+/// Keys, string values and paths end at a zero character, if they hold one. Nothing throws, but for
 /// std::bad_alloc.
 class TILTPOLE_EXPORT CParameterFile : public PlatformFile {
  public:
@@ -42,12 +42,14 @@ class TILTPOLE_EXPORT CParameterFile : public PlatformFile {
   /// that are no UTF-8 become U+FFFD.
   ///
   /// @param[in] path  the full path
-  /// @return 1 if the file exists and was loaded; else 0 (missing, a folder, not permitted, larger
-  ///         than memory), and a text loaded before stays
+  /// @return 1 if the file exists and was loaded; else 0 (missing, a folder, not permitted, no
+  ///         memory for its bytes), and a text loaded before stays
+  /// @throw std::bad_alloc  without memory for its characters; a text loaded before stays
   int OpenForRead(const std::wstring& path);
 
-  /// Opens the file for writing. One that exists is emptied at once, so a power cut between here
-  /// and the end of Close can leave an empty file or one cut in a line.
+  /// Opens the file for writing. One that exists is emptied at once, and Close does not wait for
+  /// the medium; so a power cut from here on until the system has brought the lines there, which
+  /// can be half a minute after Close, can leave an empty file or one cut in a line.
   ///
   /// @param[in] path  the full path; no folder is created
   /// @return 1 if the file was created or emptied and is open, else 0
@@ -107,6 +109,11 @@ class TILTPOLE_EXPORT CParameterFile : public PlatformFile {
   void WriteDouble(const std::wstring& key, double value);
 
  private:
+  // A file opened past the operations above would not be the one that Replace means.
+  using PlatformFile::Create;
+  using PlatformFile::OpenExisting;
+  using PlatformFile::Read;
+
   void AbandonReplacement();
   std::wstring_view FindValue(const std::wstring& key) const;
   void WriteLine(const std::wstring& key, std::wstring_view value);
