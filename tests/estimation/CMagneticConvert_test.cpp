@@ -56,6 +56,8 @@ TEST(FourParameterRecords, HaveTheirFieldsInOrder) {
   EXPECT_EQ(point.TargetX, 3);
   EXPECT_EQ(point.TargetY, 4);
   EXPECT_EQ(point.CentredSourceX, 5);
+  EXPECT_EQ(point.CentredSourceY, 6);
+  EXPECT_EQ(point.CentredTargetX, 7);
   EXPECT_EQ(point.CentredTargetY, 8);
 }
 
@@ -103,14 +105,14 @@ TEST(FourParameterEstimate, WithoutPairsReturnsZeroAndChangesNothing) {
   EXPECT_EQ(parameter.CenterY, 6);
 }
 
-TEST(FourParameterEstimate, FindsScaleAngleAndShiftOfARightAngleExactly) {
+TEST(FourParameterEstimate, FindsScaleAngleAndShiftOfARightAngle) {
   CMagneticConvert convert;
   AddPairsOfARightAngle(convert);
   EXPECT_EQ(convert.CalFourParameter(), 1);
   const Magnetic_FourParameter parameter = convert.GetFourParameter();
   EXPECT_EQ(parameter.Scale, 2.0);
   EXPECT_EQ(parameter.Rotation, kPi / 2.0);
-  EXPECT_NEAR(parameter.OffsetX, 10.0, 1e-14);
+  EXPECT_NEAR(parameter.OffsetX, 10.0, 1e-14) << "the cosine of a right angle is not exactly 0";
   EXPECT_NEAR(parameter.OffsetY, 20.0, 1e-14);
 }
 
@@ -118,12 +120,18 @@ TEST(FourParameterEstimate, MapsEachSourceOntoItsTargetAndBack) {
   CMagneticConvert convert;
   AddPairsOfARightAngle(convert);
   convert.CalFourParameter();
-  const Point there = Forward(convert, {1, 1});
-  EXPECT_NEAR(there.x, 8.0, 1e-14);
-  EXPECT_NEAR(there.y, 22.0, 1e-14);
-  const Point back = Back(convert, {8, 22});
-  EXPECT_NEAR(back.x, 1.0, 1e-14);
-  EXPECT_NEAR(back.y, 1.0, 1e-14);
+  const Point targets[2][2] = {{{10, 20}, {8, 20}}, {{10, 22}, {8, 22}}};
+  for (const int x : {0, 1}) {
+    for (const int y : {0, 1}) {
+      const Point target = targets[x][y];
+      const Point there = Forward(convert, {1.0 * x, 1.0 * y});
+      EXPECT_NEAR(there.x, target.x, 1e-14);
+      EXPECT_NEAR(there.y, target.y, 1e-14);
+      const Point back = Back(convert, target);
+      EXPECT_NEAR(back.x, x, 1e-14);
+      EXPECT_NEAR(back.y, y, 1e-14);
+    }
+  }
 }
 
 TEST(FourParameterEstimate, LeavesTheCentre) {
@@ -152,10 +160,23 @@ TEST(FourParameterEstimate, OfSourcesAtOnePointIsTheIdentityWithoutShift) {
 
 TEST(FourParameterEstimate, OfOnePairIsTheIdentityWithoutShift) {
   CMagneticConvert convert;
+  convert.SetFourParameter(9, 9, 9, 9, 5, 6);
   convert.AddPoint(3, 4, 10, 20);
   EXPECT_EQ(convert.CalFourParameter(), 1);
-  EXPECT_EQ(convert.GetFourParameter().Scale, 1.0);
-  EXPECT_EQ(convert.GetFourParameter().OffsetX, 0.0);
+  const Magnetic_FourParameter parameter = convert.GetFourParameter();
+  EXPECT_EQ(parameter.Scale, 1.0);
+  EXPECT_EQ(parameter.Rotation, 0.0);
+  EXPECT_EQ(parameter.OffsetX, 0.0);
+  EXPECT_EQ(parameter.OffsetY, 0.0);
+}
+
+// The mean of three times 0.1 lies off 0.1 by its rounding.
+TEST(FourParameterEstimate, OfSourcesAtOnePointThatTheirMeanMissesIsArbitrary) {
+  CMagneticConvert convert;
+  for (const double i : {0.0, 1.0, 2.0}) convert.AddPoint(0.1, 0.1, 10.0 + i, 20.0 + 2.0 * i);
+  EXPECT_EQ(convert.CalFourParameter(), 1);
+  EXPECT_NE(convert.GetFourParameter().Scale, 1.0);
+  EXPECT_NE(convert.GetFourParameter().OffsetX, 0.0);
 }
 
 TEST(FourParameterEstimate, OfTargetsAtOnePointHasScaleZero) {

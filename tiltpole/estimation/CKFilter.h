@@ -58,7 +58,7 @@ class TILTPOLE_EXPORT CKFilter {
   ///
   /// @param[in] P0  n x 1, kept in this shape: with n > 1 a filter whose covariance was set this
   ///                way cannot run a step. SetInitialData() takes the full covariance.
-  /// @return 1; 0 if @p P0 is not n x 1, and then nothing is stored
+  /// @return 1; 0 if @p P0 is not n x 1 or has no storage, and then nothing is stored
   int SetInitialVariance(CSZMatrix P0);
 
   /// Advances by one measurement: prediction, gain, update.

@@ -73,8 +73,9 @@ int CMagneticConvert::CalFourParameter() {
   const double cosine_part = xX + yY;
   const double spread = xx + yy;
 
-  // Deliberate: the offsets are 0 here, not the difference of the means; a host that fits pairs of
-  // one source point gets the identity.
+  // Deliberate: the offsets are 0 here, not the difference of the means; a host that fits one pair
+  // gets the identity. No rounding is allowed for: sources at one point that their mean misses in
+  // its last digit give parameters without meaning.
   if (spread == 0.0) {
     parameter_.Rotation = 0.0;
     parameter_.OffsetX = 0.0;

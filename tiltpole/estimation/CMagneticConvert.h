@@ -30,11 +30,14 @@ class TILTPOLE_EXPORT CMagneticConvert {
 
   /// Estimates scale, rotation and offsets from all pairs; the centre stays as it was.
   ///
-  /// If all sources lie at one point, the result is the identity: the offsets are 0 then, even
-  /// where source and target differ. Cost: two passes over the pairs.
+  /// If the sources do not spread about their mean at all, as one pair does not, the result is the
+  /// identity: the offsets are 0 then, even where source and target differ. Give sources that lie
+  /// apart: of several at one point the mean can miss that point in its last digit, and scale,
+  /// angle and offsets are then whatever the rounding makes of it. Cost: three passes over the
+  /// pairs.
   ///
-  /// @return 1; 0 if there are no pairs, and then the parameters stay. One pair counts as sources
-  ///         at one point. Coordinates that are not numbers flow into the parameters.
+  /// @return 1; 0 if there are no pairs, and then the parameters stay. Coordinates that are not
+  ///         numbers flow into the parameters.
   int CalFourParameter();
 
   /// Sets all parameters. Mind the order: shifts, angle, scale, centre.
