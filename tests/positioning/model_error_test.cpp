@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -20,7 +21,9 @@ using tiltpole_test::kDegree;
 using tiltpole_test::TruePole;
 
 constexpr double kLength = 2.0;  // [metres]
-constexpr double kStep = 5.0;    // of the lean directions and of the turns [degrees]
+// Position_Geometry_B takes an axis as level within 1e-6 where it expects radians of degrees.
+constexpr double kLevelForB = 1e-6 / kDegree / kDegree;  // [degrees]
+constexpr double kStep = 5.0;  // of the lean directions and of the turns [degrees]
 
 struct Worst {
   double heading = 0.0;  // [degrees]
@@ -70,34 +73,79 @@ Worst OfPositionWithRoll(double tilt) {
   return worst;
 }
 
-double OfGeometry_B(double tilt) {
+// Poles that lean by `tilt` in many directions, turned to many headings, none near one where an
+// axis is level.
+std::vector<TruePole> WithBothAxesTilted(double tilt) {
+  std::vector<TruePole> poles;
+  for (double lean = 0.25; lean < 360.0; lean += 15.0) {
+    for (double turn = 0.5; turn < 360.0; turn += 1.0) {
+      poles.push_back(TruePole::Leaning(tilt, lean, turn));
+    }
+  }
+  return poles;
+}
+
+// The same with an axis almost `elevation` above or below level.
+std::vector<TruePole> WithAnAxisNearlyLevel(double tilt, double elevation) {
+  const double off = 0.999 * std::asin(std::sin(elevation * kDegree) / std::sin(tilt * kDegree));
+  std::vector<TruePole> poles;
+  for (double lean = 0.25; lean < 360.0; lean += 15.0) {
+    for (double turn = lean; turn < lean + 360.0; turn += 90.0) {
+      poles.push_back(TruePole::Leaning(tilt, lean, turn + off / kDegree));
+      poles.push_back(TruePole::Leaning(tilt, lean, turn - off / kDegree));
+    }
+  }
+  return poles;
+}
+
+double OfGeometry_B(const std::vector<TruePole>& poles) {
   double worst = 0.0;
   ExposedPosition position;
-  for (double lean = 0.0; lean < 360.0; lean += 30.0) {
-    for (double turn = 0.0; turn < 360.0; turn += 0.5) {
-      const TruePole pole = TruePole::Leaning(tilt, lean, turn);
-      PoseSensorData data = pole.Sample(5000.0, 70.0);
-      data.Yaw_B = std::fmod(pole.HeadingOfX() + 180.0, 360.0);
-      xyhCoordinate tip;
-      position.Position_Geometry_B(xyhCoordinate(), data, kLength, tip);
-      worst = std::max(worst, 1000.0 * DistanceBetween(tip, pole.Tip(kLength)));
-    }
+  for (const TruePole& pole : poles) {
+    PoseSensorData data = pole.Sample(5000.0, 70.0);
+    data.Yaw_B = std::fmod(pole.HeadingOfX() + 180.0, 360.0);
+    xyhCoordinate tip;
+    position.Position_Geometry_B(xyhCoordinate(), data, kLength, tip);
+    worst = std::max(worst, 1000.0 * DistanceBetween(tip, pole.Tip(kLength)));
   }
   return worst;
 }
 
-double OfMathAgainstPosition(double tilt) {
+double OfMathAgainstPosition(const std::vector<TruePole>& poles) {
   double worst = 0.0;
   ExposedPosition position;
-  for (double lean = 0.25; lean < 360.0; lean += 15.0) {
-    for (double turn = 0.5; turn < 360.0; turn += 1.0) {
-      const TruePole pole = TruePole::Leaning(tilt, lean, turn);
+  for (const TruePole& pole : poles) {
+    PoseSensorData data = pole.Sample(5000.0, 70.0);
+    xyhCoordinate tip;
+    position.Position(data, kLength, tip);
+    xyhCoordinate math;
+    EXPECT_EQ(position.Position_Math(xyhCoordinate(), data, kLength, math), 1);
+    worst = std::max(worst, 1000.0 * DistanceBetween(tip, math));
+  }
+  return worst;
+}
+
+struct WorstTip {
+  double error = 0.0;  // [millimetres]
+  int not_found = 0;
+};
+
+// With true headings, for an antenna at these coordinates [metres].
+WorstTip OfMathAbout(const xyhCoordinate& antenna) {
+  WorstTip worst;
+  ExposedPosition position;
+  for (const double tilt : {1.0, 5.0, 15.0, 45.0}) {
+    for (const TruePole& pole : WithBothAxesTilted(tilt)) {
       PoseSensorData data = pole.Sample(5000.0, 70.0);
+      data.Yaw_A = pole.HeadingOfX();
+      data.YawY_A = pole.HeadingOfY();
       xyhCoordinate tip;
-      position.Position(data, kLength, tip);
-      xyhCoordinate math;
-      EXPECT_EQ(position.Position_Math(xyhCoordinate(), data, kLength, math), 1);
-      worst = std::max(worst, 1000.0 * DistanceBetween(tip, math));
+      if (position.Position_Math(antenna, data, kLength, tip) == 0) {
+        ++worst.not_found;
+        continue;
+      }
+      tip = {tip.x - antenna.x, tip.y - antenna.y, tip.h - antenna.h};
+      worst.error = std::max(worst.error, 1000.0 * DistanceBetween(tip, pole.Tip(kLength)));
     }
   }
   return worst;
@@ -153,25 +201,44 @@ TEST(PositionModelError, ASensorThatReportsTheRollHasAnErrorOfTheTip) {
 }
 
 TEST(PositionModelError, OfGeometryBGivenTheTrueHeading) {
-  EXPECT_NEAR(OfGeometry_B(5.0), 0.35, 0.005);
-  EXPECT_NEAR(OfGeometry_B(10.0), 2.8, 0.05);
-  EXPECT_NEAR(OfGeometry_B(15.0), 9.4, 0.05);
-  EXPECT_NEAR(OfGeometry_B(20.0), 22.0, 0.5);
-  EXPECT_NEAR(OfGeometry_B(30.0), 76.0, 0.5);
-  EXPECT_NEAR(OfGeometry_B(45.0), 263.0, 0.5);
+  EXPECT_NEAR(OfGeometry_B(WithBothAxesTilted(5.0)), 0.35, 0.005);
+  EXPECT_NEAR(OfGeometry_B(WithBothAxesTilted(10.0)), 2.8, 0.05);
+  EXPECT_NEAR(OfGeometry_B(WithBothAxesTilted(15.0)), 9.4, 0.05);
+  EXPECT_NEAR(OfGeometry_B(WithBothAxesTilted(20.0)), 22.0, 0.5);
+  EXPECT_NEAR(OfGeometry_B(WithBothAxesTilted(30.0)), 76.0, 0.5);
+  EXPECT_NEAR(OfGeometry_B(WithBothAxesTilted(45.0)), 263.0, 0.5);
 }
 
-TEST(PositionModelError, OfGeometryBAtSmallTiltsIsThatOfAnAxisTakenAsLevel) {
-  EXPECT_NEAR(OfGeometry_B(0.0033), 0.15, 0.01);
-  EXPECT_NEAR(OfGeometry_B(0.1), 0.09, 0.01);
-  EXPECT_LE(OfGeometry_B(1.0), 0.003);
+TEST(PositionModelError, OfGeometryBWithAnAxisThatItTakesAsLevel) {
+  for (const double tilt : {0.1, 0.5, 1.0, 3.0}) {
+    EXPECT_NEAR(OfGeometry_B(WithAnAxisNearlyLevel(tilt, kLevelForB)), 0.11, 0.005) << tilt;
+    EXPECT_LE(OfGeometry_B(WithBothAxesTilted(tilt)), 0.11) << tilt;
+  }
+  EXPECT_NEAR(OfGeometry_B(WithAnAxisNearlyLevel(kLevelForB, kLevelForB)), 0.16, 0.005);
 }
 
 TEST(PositionModelError, TheAnalyticSolutionAgreesWithPosition) {
-  EXPECT_LE(OfMathAgainstPosition(0.01), 0.002);
-  EXPECT_LE(OfMathAgainstPosition(0.1), 1e-6);
-  EXPECT_LE(OfMathAgainstPosition(5.0), 1e-6);
-  EXPECT_LE(OfMathAgainstPosition(45.0), 1e-6);
+  for (const double tilt : {0.1, 5.0, 45.0, 60.0}) {
+    EXPECT_LE(OfMathAgainstPosition(WithBothAxesTilted(tilt)), 1e-6) << tilt;
+  }
+  EXPECT_LE(OfMathAgainstPosition(WithBothAxesTilted(0.01)), 0.002);
+}
+
+TEST(PositionModelError, TheAnalyticSolutionTakesNoAxisAsLevel) {
+  const double level = 1e-6 / kDegree;
+  for (const double tilt : {0.01, 0.1, 5.0, 30.0, 60.0}) {
+    const double difference = OfMathAgainstPosition(WithAnAxisNearlyLevel(tilt, level));
+    EXPECT_LE(difference, 0.004) << tilt;
+    EXPECT_GE(difference, 0.0019) << tilt;
+  }
+}
+
+TEST(PositionModelError, OfTheAnalyticSolutionGrowsWithTheAntennasCoordinates) {
+  EXPECT_LE(OfMathAbout({0.0, 0.0, 0.0}).error, 1e-9);
+  EXPECT_NEAR(OfMathAbout({100.0, 200.0, 300.0}).error, 0.2, 0.15);
+  EXPECT_NEAR(OfMathAbout({1000.0, 1000.0, 100.0}).error, 20.0, 15.0);
+  EXPECT_GE(OfMathAbout({50'000.0, 540'000.0, 100.0}).error, 1000.0);
+  EXPECT_GE(OfMathAbout({50'000.0, 540'000.0, 100.0}).not_found, 1);
 }
 
 }  // namespace

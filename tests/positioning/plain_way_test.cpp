@@ -234,17 +234,4 @@ RC_GTEST_PROP(PlainWay, TheDirectionOfAVectorHasTheSameBits, ()) {
   RC_ASSERT(SameBits(position.ConverseYaw_True(x, y), plain.Direction(x, y)));
 }
 
-RC_GTEST_PROP(PlainWay, EveryOperationTakesAnyValues, ()) {
-  ExposedPosition position;
-  PoseSensorData data = AnySample();
-  data.YawY_A = *Heading();
-  const xyhCoordinate origin = AnyPoint();
-  xyhCoordinate tip;
-  const int found = position.Position_Math(origin, data, *Value(), tip);
-  RC_ASSERT(found == 0 || found == 1);
-  position.GetDistance(origin, tip);
-  const double direction = position.ConverseYaw_True(*Value(), *Value());
-  RC_ASSERT(std::isnan(direction) || (direction >= 0.0 && direction <= 360.0));
-}
-
 }  // namespace

@@ -35,7 +35,7 @@ struct TipAzimuth;
 /// them, since a correction resets its bias angle); then give every sample to Position, and ask
 /// IsStationary and IsMagneticInterference about it.
 ///
-/// A plain value of about 250 bytes: copying copies everything, the flags and references of the
+/// A plain value of about 230 bytes: copying copies everything, the flags and references of the
 /// last sample included. Nothing allocates but the three operations on the parameter file. An
 /// object serves one thread. No operation throws, and none reports degenerate geometry:
 /// not-a-number and infinities flow into the results.
@@ -78,11 +78,11 @@ class TILTPOLE_EXPORT CInclineSensor_Position {
 
   /// Writes the parameters to a file, replacing its whole content.
   ///
-  /// The file is emptied first and written after, without waiting for the medium: a power cut or a
-  /// full disk in between leaves an empty file or one that ends within a line, and the result does
-  /// not tell. ConfigRead takes from such a file what is whole and keeps the members for the rest.
-  /// A value of more than 64 digits before its point can leave its line cut, see
-  /// CParameterFile::WriteString.
+  /// The file is emptied first and written after, without waiting for the medium: a full disk, or a
+  /// power cut before the system has brought the lines there, leaves an empty file or one that ends
+  /// within a line, and the result does not tell. ConfigRead takes from such a file what is whole
+  /// and keeps the members for the rest. A value of more than 64 digits before its point can leave
+  /// its line cut, see CParameterFile::WriteString; it is then read back as far as it goes.
   ///
   /// @param[in] path  the full path; no folder or extension is added
   /// @return 1 when the file was opened (write errors are not reported); 0 when it could not be,
@@ -98,8 +98,8 @@ class TILTPOLE_EXPORT CInclineSensor_Position {
   ///         memory), and the old file is as it was
   int ConfigReplace(const std::wstring& path) const;
 
-  /// Reads the parameters from a file. An entry that is missing, empty or cut leaves its member as
-  /// it was; one that is no number sets it to 0.
+  /// Reads the parameters from a file. An entry that is missing, empty or without the end of its
+  /// line leaves its member as it was; one that is no number sets it to 0.
   ///
   /// @param[in] path  the full path
   /// @return 1 when the file was read, whether or not it held any entry; 0 when it could not be,
@@ -117,7 +117,7 @@ class TILTPOLE_EXPORT CInclineSensor_Position {
   /// B differ by more than 5 degrees; the difference is not wrapped at north, so a pole that leans
   /// within a few degrees of heading 0 can raise it with both magnetometers in order.
   ///
-  /// When both tilts are below 1e-6 radians the pole is plumb: the result is (0, 0, -L).
+  /// When both tilts are within 1e-6 radians of 0 the pole is plumb: the result is (0, 0, -L).
   ///
   /// Accuracy with ideal sensors. The headings read `InclineY` as the turn about the x axis (roll),
   /// the solution reads it as the elevation of the y axis. The two agree to first order only, so
@@ -146,7 +146,7 @@ class TILTPOLE_EXPORT CInclineSensor_Position {
 
   /// Whether the last sample matched the reference: the corrected reading of A within 1000 counts
   /// (sum of absolute differences) and both tilts within 0.5 degrees. The reference is the first
-  /// sample of the still period, so a slow drift ends it.
+  /// sample of the still period, so a slow drift ends it; before the first sample it is all zeros.
   ///
   /// @return 1 or 0; 0 before the first sample
   int IsStationary() const;
@@ -183,11 +183,11 @@ class TILTPOLE_EXPORT CInclineSensor_Position {
   /// degrees are expected. The largest errors of the tip of a 2 m pole, with elevations and a true
   /// heading:
   ///
-  ///     tilt     0.1 deg    5 deg      10 deg    15 deg    20 deg    30 deg    45 deg
-  ///     tip      0.09 mm    0.35 mm    2.8 mm    9.4 mm    22 mm     76 mm     263 mm
+  ///     tilt     0.1 to 3 deg    5 deg      10 deg    15 deg    20 deg    30 deg    45 deg
+  ///     tip      0.11 mm         0.35 mm    2.8 mm    9.4 mm    22 mm     76 mm     263 mm
   ///
-  /// Below 0.2 degrees that is because a tilt under 0.0033 degrees is taken as level here: the
-  /// largest error there is 0.15 mm.
+  /// Up to 3 degrees that is because an axis within 0.0032 degrees of level is taken as level here.
+  /// A pole that is tilted by no more than that has the largest error of this kind, 0.16 mm.
   ///
   /// @param[in] origin       the antenna
   /// @param[in] data         `InclineX`, `InclineY`, `Yaw_B` are read
@@ -201,10 +201,15 @@ class TILTPOLE_EXPORT CInclineSensor_Position {
   /// and about two points 2.0 units along the sensor's axes with the distance that a right angle at
   /// the antenna gives. Needs `Yaw_A` and `YawY_A`, so it runs after Position on the same record.
   ///
-  /// Exact where the tilts are elevations and the heading is true. After Position it carries the
-  /// same error of the heading, and so of the tip: for a pole of 2 m the two differ by less than
-  /// 0.002 mm at 0.01 degrees of tilt and by less than a millionth of a millimetre from 0.1 degrees
-  /// on. Of use for checking one against the other; it fails where either tilt is exactly 0 (not a
+  /// Exact about the origin where the tilts are elevations and the heading is true. Give it no
+  /// antenna in grid coordinates: their squares cancel in the solution, which costs up to 0.3 mm at
+  /// (100, 200, 300) m, some centimetres at 1 km, and more than a metre, or the solution itself, at
+  /// 540 km. Solve about (0, 0, 0) and add the antenna.
+  ///
+  /// After Position it carries the same error of the heading, and so of the tip. For a pole of 2 m
+  /// the two differ by less than a millionth of a millimetre from 0.1 degrees of tilt on, but for
+  /// an axis that Position takes as level (see Position_Geometry_A), where it is up to 0.004 mm. Of
+  /// use for checking one against the other; it fails where either tilt is exactly 0 (not a
   /// number).
   ///
   /// @param[in] antenna      the antenna
