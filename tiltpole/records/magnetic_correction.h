@@ -3,9 +3,11 @@
 /// @file
 /// The magnetometer correction that the parameter records define, written once: measuring applies
 /// it and the calibration fits it.
+///
+/// The arithmetic is compiled with the library, not with its hosts: a host's compiler may fuse
+/// multiplications and additions, and its readings would differ from the library's in the last bit.
 
-#include <cmath>
-
+#include "tiltpole/export.h"
 #include "tiltpole/records/Incline_MagneticCorrectParameter.h"
 #include "tiltpole/records/Incline_MagneticTranslationParameter.h"
 
@@ -23,27 +25,19 @@ struct MagneticReading {
 /// @param[in] par  the magnetometer's correction
 /// @param[in] raw  its raw reading [counts]
 /// @return the corrected reading; not-a-number and infinities flow through.
-inline MagneticReading CorrectReading(const Incline_MagneticCorrectParameter& par,
-                                      const MagneticReading& raw) {
-  return {raw.X - par.x0,                             //
-          -(par.a * raw.X + par.b * raw.Y - par.y0),  //
-          -(par.c * raw.X + par.d * raw.Y + par.e * raw.Z - par.z0)};
-}
+TILTPOLE_EXPORT MagneticReading CorrectReading(const Incline_MagneticCorrectParameter& par,
+                                               const MagneticReading& raw);
 
 /// What magnetometer B should read, corrected, where A reads @p corrected_A.
 ///
 /// @param[in] trans        the translation between the two frames
 /// @param[in] corrected_A  magnetometer A's corrected reading [counts]
-inline MagneticReading ExpectedReading_B(const Incline_MagneticTranslationParameter& trans,
-                                         const MagneticReading& corrected_A) {
-  return {-(corrected_A.X + trans.dX), -(corrected_A.Y + trans.dY), corrected_A.Z + trans.dZ};
-}
+TILTPOLE_EXPORT MagneticReading ExpectedReading_B(const Incline_MagneticTranslationParameter& trans,
+                                                  const MagneticReading& corrected_A);
 
 /// How far two readings lie apart: the sum of the absolute differences of their components
 /// [counts].
-inline double SumOfDifferences(const MagneticReading& a, const MagneticReading& b) {
-  return std::fabs(a.X - b.X) + std::fabs(a.Y - b.Y) + std::fabs(a.Z - b.Z);
-}
+TILTPOLE_EXPORT double SumOfDifferences(const MagneticReading& a, const MagneticReading& b);
 
 /// Measuring reports interference where B's corrected reading lies further than this from
 /// ExpectedReading_B() [counts, by SumOfDifferences()].
