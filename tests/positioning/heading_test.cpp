@@ -1,5 +1,6 @@
 // Headings, corrections and the two flags, sample by sample.
 
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -258,18 +259,20 @@ TEST_F(PositionHeading, SettingTheTranslationLeavesTheBiasAnglesAlone) {
 }
 
 TEST_F(PositionHeading, TheGettersGiveBackWhatWasSet) {
-  Incline_MagneticCorrectParameter par_A;
-  par_A.a = 1.5;
-  Incline_MagneticCorrectParameter par_B;
-  par_B.e = 2.5;
-  Incline_MagneticTranslationParameter translation;
-  translation.dY = 3.5;
+  const auto fields = [](const Incline_MagneticCorrectParameter& par) {
+    return std::array{par.x0, par.y0, par.z0, par.a, par.c, par.d, par.b, par.e};
+  };
+  const Incline_MagneticCorrectParameter par_A{1, 2, 3, 4, 5, 6, 7, 8};
+  const Incline_MagneticCorrectParameter par_B{11, 12, 13, 14, 15, 16, 17, 18};
+  const Incline_MagneticTranslationParameter translation{21, 22, 23};
   position.SetMagneticCorrectPar_A(par_A);
   position.SetMagneticCorrectPar_B(par_B);
   position.SetMagneticTranslationPar(translation);
-  EXPECT_EQ(position.GetMagneticCorrectPar_A().a, 1.5);
-  EXPECT_EQ(position.GetMagneticCorrectPar_B().e, 2.5);
-  EXPECT_EQ(position.GetMagneticTranslationPar().dY, 3.5);
+  EXPECT_EQ(fields(position.GetMagneticCorrectPar_A()), fields(par_A));
+  EXPECT_EQ(fields(position.GetMagneticCorrectPar_B()), fields(par_B));
+  EXPECT_EQ(position.GetMagneticTranslationPar().dX, 21.0);
+  EXPECT_EQ(position.GetMagneticTranslationPar().dY, 22.0);
+  EXPECT_EQ(position.GetMagneticTranslationPar().dZ, 23.0);
 }
 
 TEST_F(PositionHeading, ACopyCarriesTheFlagsAndTheReferencesToo) {

@@ -35,8 +35,8 @@ class PositionSolver : public ::testing::Test {
   // magnetometer are what a field of 100 counts without dip gives, so the readings agree.
   PoseSensorData LeaningForward(double yaw_A, double yaw_B) {
     PoseSensorData data = Tilted(-10.0, 0.0);
-    // The corrected reading (X, Y, Z) with Hx = cos(yaw), Hy = -sin(yaw) and no vertical part, and
-    // the raw one that gives it.
+    // The corrected reading (X, Y, Z) with Hx = 100 cos(yaw), Hy = -100 sin(yaw) and no vertical
+    // part, and the raw one that gives it.
     data.MagneticX_A = 100.0 * std::cos(yaw_A * kDegree) * std::cos(10.0 * kDegree);
     data.MagneticY_A = 100.0 * std::sin(yaw_A * kDegree);
     data.MagneticZ_A = 100.0 * std::cos(yaw_A * kDegree) * std::sin(10.0 * kDegree);
@@ -50,7 +50,7 @@ class PositionSolver : public ::testing::Test {
   xyhCoordinate result;
 };
 
-TEST_F(PositionSolver, ATiltThatIsNoNumberGivesATipThatIsNone) {
+TEST_F(PositionSolver, SolutionAGivesNoTipForATiltThatIsNoNumber) {
   for (const double other : {-10.0, 10.0}) {
     EXPECT_EQ(position.Position_Geometry_A({}, Tilted(other, kNotANumber), 2.0, result), 1);
     EXPECT_TRUE(std::isnan(result.x)) << other;

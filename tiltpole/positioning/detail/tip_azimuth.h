@@ -40,7 +40,7 @@ enum class Lean {
   BothUp,    // both axes rise
   DownUp,    // the x axis falls, the y axis rises
   BothDown,  // both axes fall
-  UpDown     // the x axis rises, the y axis falls, or a tilt is not a number
+  UpDown     // the x axis rises and the y axis falls; also where a tilt is not a number, none level
 };
 
 inline Lean LeanOf(const Tilt& tilt) {
