@@ -1,8 +1,8 @@
 #!/bin/bash
 # Installs what is missing, builds, and runs every test: on this machine, and on request on every
-# target that the project builds for, under its emulator, then each fuzzer for a minute, the coverage
-# and the quick ones of the linters. Prints a table at the end; the last line is "N passed, N failed",
-# and the exit status is 0 only when nothing failed.
+# target that the project builds for, under its emulator, then each fuzzer for a minute, a short soak,
+# the coverage and the quick ones of the linters. Prints a table at the end; the last line is
+# "N passed, N failed", and the exit status is 0 only when nothing failed.
 # usage: scripts/test.sh [--every-target]      the whole suite
 #        scripts/test.sh TARGET...             on some targets only (names of the presets)
 set -uo pipefail
@@ -165,6 +165,7 @@ export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-offscreen}
 for target in "${targets[@]}"; do test_target "$target"; done
 if [ $checks = yes ]; then
   run_fuzzers
+  run_check soak scripts/soak.sh 2000000
   run_check coverage scripts/coverage.sh
   run_check lint scripts/lint.sh --quick
 fi
