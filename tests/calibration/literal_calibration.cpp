@@ -71,10 +71,17 @@ int Calibrate(const Session& session, LiteralFits<Matrix>& fits, CalibrationOutc
 }
 
 template <class Matrix>
-CalibrationOutcome AdjustWith(const Session& session) {
+CalibrationOutcome AdjustWith(const Session& session, long mostFits) {
   CalibrationOutcome outcome;
   LiteralFits<Matrix> fits;
-  outcome.result = Calibrate(session, fits, outcome);
+  fits.mostFits = mostFits;
+  try {
+    outcome.result = Calibrate(session, fits, outcome);
+  } catch (const TookTooLong&) {
+    outcome = CalibrationOutcome();
+    outcome.tookTooLong = true;
+    return outcome;
+  }
   outcome.shown = fits.shown;
   outcome.passes = fits.passes;
   outcome.ellipseFits = fits.ellipseFits;
@@ -97,12 +104,12 @@ CorrectionOutcome LiteralMagCorrPara(const CSZMatrix& horizontal, const CSZMatri
   return outcome;
 }
 
-CalibrationOutcome LiteralAdjust(const Session& session) {
-  return AdjustWith<PlainMatrix>(session);
+CalibrationOutcome LiteralAdjust(const Session& session, long mostFits) {
+  return AdjustWith<PlainMatrix>(session, mostFits);
 }
 
 CalibrationOutcome LiteralAdjustWithCSZMatrix(const Session& session) {
-  return AdjustWith<CSZMatrix>(session);
+  return AdjustWith<CSZMatrix>(session, std::numeric_limits<long>::max());
 }
 
 EllipseOutcome LiteralEllipseFit(const CSZMatrix& data, int plane) {

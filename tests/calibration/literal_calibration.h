@@ -3,6 +3,7 @@
 // The literal writing of a whole calibration. Compiled with optimisation in every build, since it
 // runs fits by the hundred thousand.
 
+#include <limits>
 #include <vector>
 
 #include "support/message_capture.h"
@@ -31,6 +32,7 @@ struct CalibrationOutcome {
   int passes = 0;
   long ellipseFits = 0;
   long lineFits = 0;
+  bool tookTooLong = false;
 };
 
 struct Session {
@@ -42,8 +44,10 @@ struct Session {
 CorrectionOutcome LiteralMagCorrPara(const tiltpole::CSZMatrix& horizontal,
                                      const tiltpole::CSZMatrix& vertical, int cap = 1000);
 
-/// The calibration of both magnetometers, from default records.
-CalibrationOutcome LiteralAdjust(const Session& session);
+/// The calibration of both magnetometers, from default records. Gives up where that takes far more
+/// than @p mostFits; the outcome says so and holds nothing else.
+CalibrationOutcome LiteralAdjust(const Session& session,
+                                 long mostFits = std::numeric_limits<long>::max());
 
 /// The same with the library's own matrix class.
 CalibrationOutcome LiteralAdjustWithCSZMatrix(const Session& session);

@@ -21,9 +21,16 @@ using tiltpole::detail::ConicSummation;
 using tiltpole::detail::ConicSummationsOfThisProcessor;
 using tiltpole::detail::CorrectionFit;
 
-Kind AnyOf(std::initializer_list<Kind> kinds) {
-  return *rc::gen::elementOf(std::vector<Kind>(kinds));
+// Readings that are not numbers, or too few digits of them, and scales near 2 mostly run out, which
+// the literal writing notices only after many thousands of fits.
+Kind AKindThatMostlyEnds() {
+  constexpr auto kKinds = static_cast<int>(Kind::kKinds);
+  const int any = *rc::gen::inRange(0, 4 * kKinds);
+  if (any < kKinds) return static_cast<Kind>(any);
+  return *rc::gen::element(Kind::Ideal, Kind::Noisy, Kind::SoftIron, Kind::Outliers);
 }
+
+constexpr long kManyMoreFitsThanUsual = 6'000;
 
 CalibrationOutcome LibraryAdjust(const Session& session) {
   const MessageCapture messages;
@@ -65,21 +72,23 @@ bool RanOut(const CalibrationOutcome& outcome) {
 }
 
 RC_GTEST_PROP(CalibrationAgainstTheLiteralWriting, WholeCalibrationsAgreeToTheLastBit, ()) {
-  const int H = *rc::gen::inRange(3, 120);
-  const int V = *rc::gen::inRange(3, 120);
-  const auto seed = *rc::gen::arbitrary<std::uint32_t>();
-  const auto pick = [] {
-    return AnyOf({Kind::Ideal, Kind::Noisy, Kind::SoftIron, Kind::Outliers, Kind::Alike});
+  const auto samples = [] {
+    return *rc::gen::weightedOneOf<int>(
+        {{9, rc::gen::inRange(3, 120)}, {1, rc::gen::inRange(120, 801)}});
   };
-  const Session session =
-      SessionOf(RandomTurns(pick(), H, V, seed), RandomTurns(pick(), H, V, seed + 1));
+  const int H = samples();
+  const int V = samples();
+  const auto seed = *rc::gen::arbitrary<std::uint32_t>();
+  const Session session = SessionOf(RandomTurns(AKindThatMostlyEnds(), H, V, seed),
+                                    RandomTurns(AKindThatMostlyEnds(), H, V, seed + 1));
   const CalibrationOutcome library = LibraryAdjust(session);
+  const CalibrationOutcome literal = LiteralAdjust(session, kManyMoreFitsThanUsual);
+  RC_CLASSIFY(literal.result == 1, "succeeded");
+  RC_CLASSIFY(literal.tookTooLong, "took too long");
   // What runs through all its passes takes the literal writing seconds; the property below compares
   // such sessions under a smaller cap, and the tests of the correction a few under the full one.
-  RC_PRE(!RanOut(library));
-  const CalibrationOutcome literal = LiteralAdjust(session);
-  RC_CLASSIFY(literal.result == 1, "succeeded");
-  RC_ASSERT(Agree(library, literal));
+  const bool agree = literal.tookTooLong ? RanOut(library) : Agree(library, literal);
+  RC_ASSERT(agree);
 }
 
 // The properties draw short sessions, for the sake of time; here are the shortest and the longest.

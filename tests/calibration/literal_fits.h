@@ -5,6 +5,7 @@
 // step of every loop run. Slow on purpose; it must stay as plain as it is.
 
 #include <cmath>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -13,12 +14,16 @@
 
 namespace tiltpole_test {
 
+struct TookTooLong {};
+
 /// @tparam Matrix  PlainMatrix, or the library's own with the same operations
 template <class Matrix>
 class LiteralFits {
  public:
   /// The cap on every loop: 1000, but for tests that cannot wait so long.
   int N = 1000;
+  /// After so many fits no further pass is begun: TookTooLong is thrown.
+  long mostFits = std::numeric_limits<long>::max();
   std::vector<ShownMessage> shown;
   long ellipseFits = 0;
   long lineFits = 0;
@@ -91,6 +96,7 @@ class LiteralFits {
     bool fitFailed = false;
     Matrix r;
     for (int p = 0; p < N; ++p) {
+      if (ellipseFits + lineFits > mostFits) throw TookTooLong();
       ++passes;
       Matrix W = H;
       for (unsigned int i = 0; i < W.GetRow(); ++i) {
