@@ -1,8 +1,9 @@
 #!/bin/bash
-# The tests of the rooms under valgrind's memcheck: reads of memory that was never written, which no
-# sanitizer of gcc sees, and leaks. Properties are tried ten times each, since a program runs some
-# thirty times slower here. Needs a build without sanitizers: scripts/test.sh leaves one behind.
-# usage: scripts/valgrind.sh [BUILD-FOLDER [ROOM...]]      build/linux-gcc, the rooms of the library
+# The tests of the rooms and of the programs under valgrind's memcheck: reads of memory that was never
+# written, which no sanitizer of gcc sees, and leaks. Properties are tried ten times each, since a
+# program runs some thirty times slower here. Needs a build without sanitizers: scripts/test.sh leaves
+# one behind.
+# usage: scripts/valgrind.sh [BUILD-FOLDER [ROOM...]]      build/linux-gcc, all of them
 set -uo pipefail
 cd "$(dirname "$0")/.." || exit 2
 
@@ -11,10 +12,12 @@ build=${1:-build/linux-gcc}
 rooms=("$@")
 if [ ${#rooms[@]} = 0 ]; then
   rooms=(records platform persistence positioning matrix estimation calibration screening quality
-    controls controls_plots faults faults_controls faults_files)
+    controls controls_plots platform_qt c reproducibility faults faults_controls faults_files
+    faults_view_files apps apps_draw field)
 fi
 
 scripts/install_packages.sh --checks || exit 1
+export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-offscreen}
 export RC_PARAMS=${RC_PARAMS:-max_success=10}
 passed=0 failed=0
 for room in "${rooms[@]}"; do
