@@ -56,6 +56,10 @@ TEST(AttitudeOfAPole, AFieldWhoseHorizontalPartIsBelowABillionthTellsNoNorth) {
   EXPECT_EQ(NorthFromField({0.0, 0.99e-6, 1e3}, kUp, 0.0).y, 0.0);
 }
 
+TEST(AttitudeOfAPole, AFieldWhoseHorizontalPartIsExactlyABillionthTellsNoNorth) {
+  EXPECT_EQ(NorthFromField({0.0, 1e-9, 1.0}, kUp, 0.0).y, 0.0);
+}
+
 TEST(AttitudeOfAPole, AFieldOfNoStrengthOrWithoutBoundsTellsNoNorth) {
   for (const double x :
        {0.0, std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
@@ -70,7 +74,9 @@ TEST(AngleRange, AnglesOfAnySizeComeInto0To360) {
   EXPECT_EQ(WrapTo360(0.0), 0.0);
   EXPECT_EQ(WrapTo360(360.0), 0.0);
   EXPECT_EQ(WrapTo360(-360.0), 0.0);
+  EXPECT_EQ(WrapTo360(0.25), 0.25);
   EXPECT_EQ(WrapTo360(725.0), 5.0);
+  EXPECT_EQ(WrapTo360(359.75), 359.75);
   EXPECT_EQ(WrapTo360(-5.0), 355.0);
   EXPECT_EQ(WrapTo360(-725.0), 355.0);
   // Adding 360 to so little gives 360 itself.

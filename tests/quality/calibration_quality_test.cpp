@@ -251,6 +251,20 @@ TEST(CalibrationQuality, ScalesUnlikeASoundSensorsAreSaidToBeSo) {
   EXPECT_EQ(quality.ScaleRatioY, 1.95);
 }
 
+TEST(CalibrationQuality, TheRatiosOfTheScalesAreAsOverBs) {
+  const SimulatedSession session = IdealSession(72);
+  tiltpole::Incline_MagneticCorrectParameter A;
+  tiltpole::Incline_MagneticCorrectParameter B;
+  A.b = 1.2;
+  B.b = 0.8;
+  A.e = 0.75;
+  B.e = 1.25;
+  const CalibrationQuality quality =
+      JudgeCalibration(session.horizontal, session.vertical, A, B, {});
+  EXPECT_NEAR(quality.ScaleRatioY, 1.5, 1e-12);
+  EXPECT_NEAR(quality.ScaleRatioZ, 0.6, 1e-12);
+}
+
 TEST(CalibrationQuality, ATranslationThatRaisesInterferenceIsARemark) {
   const SimulatedSession session = IdealSession(72);
   tiltpole::Incline_MagneticTranslationParameter off;

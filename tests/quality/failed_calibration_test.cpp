@@ -142,6 +142,19 @@ TEST(FailedCalibration, ASixthOfATurnNamesTheDirectionsThatAreMissing) {
   EXPECT_GT(failures, 5);
 }
 
+TEST(FailedCalibration, AGapIsWhyAFitFailedAndTooFewSamplesAreNot) {
+  SimulatedSession session = SoundSession(5);
+  session.horizontal.resize(20);
+  const tiltpole::CalibrationQuality quality =
+      JudgeFailedCalibration(session.horizontal, session.vertical, {});
+  const QualityReason* gap = Find(quality, QualityCode::DirectionsMissing);
+  ASSERT_NE(gap, nullptr);
+  EXPECT_EQ(gap->Weight, Verdict::Unusable);
+  const QualityReason* few = Find(quality, QualityCode::TooFewSamples);
+  ASSERT_NE(few, nullptr);
+  EXPECT_EQ(few->Weight, Verdict::Usable);
+}
+
 TEST(FailedCalibration, ReadingsThatAreNotNumbersAreSaidSo) {
   SimulatedSession session = SoundSession(6);
   session.vertical[7].MagneticZ_B = std::numeric_limits<double>::quiet_NaN();

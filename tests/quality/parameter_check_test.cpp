@@ -122,6 +122,23 @@ TEST(ParameterCheck, TheFieldStrengthMayScatterBy4Percent) {
   }
 }
 
+// 480 and 520 counts in directions of whole numbers scatter by 20 about 500, without rounding.
+TEST(ParameterCheck, AFieldStrengthThatScattersByExactly4PercentStillFits) {
+  const Vector weak = {288.0, 0.0, -384.0};
+  const Vector strong = {312.0, 0.0, -416.0};
+  EXPECT_TRUE(Check({PlumbSample(weak, weak), PlumbSample(strong, strong)}).empty());
+}
+
+TEST(ParameterCheck, TheUnitOfTheReadingsDoesNotMatter) {
+  const auto samples = [](double share) {
+    const Vector strong = EarthField(0.1 * (1.0 + share), 60.0);
+    const Vector weak = EarthField(0.1 * (1.0 - share), 60.0);
+    return std::vector{PlumbSample(strong, strong), PlumbSample(weak, weak)};
+  };
+  EXPECT_TRUE(Check(samples(0.0399)).empty());
+  EXPECT_EQ(Check(samples(0.0401)).size(), 2U);
+}
+
 TEST(ParameterCheck, TheDipMayScatterBy3DegreesInEitherHemisphere) {
   for (const double dip : {60.0, -20.0}) {
     const Vector field = EarthField(5000.0, dip);

@@ -144,6 +144,75 @@ TEST(PointParts, APlumbPolesHeightFallsByTheSquareOfItsTilt) {
   EXPECT_EQ(quality.FromHeading, 0.0);
 }
 
+TEST(PointParts, APlumbPolesEllipseIsACircle) {
+  const PointQuality quality = JudgePoint(Measured(LeaningPole(0, 0, 0), 60.0), kLength);
+  EXPECT_EQ(quality.SemiMajor, quality.North);
+  EXPECT_EQ(quality.SemiMinor, quality.North);
+  EXPECT_EQ(quality.East, quality.North);
+}
+
+TEST(PointParts, APoleThatLeansByNextToNothingIsAsUncertainAsAPlumbOne) {
+  PointDeviations deviations;
+  deviations.Tilt = 2.0;
+  deviations.Length = 0.0;
+  const PointQuality plumb =
+      JudgePoint(Measured(LeaningPole(0, 0, 0), 60.0), kLength, {}, deviations);
+  for (const double towards : {0.0, 45.0, 160.0}) {
+    const PointQuality quality =
+        JudgePoint(Measured(LeaningPole(30.0, 1e-6, towards), 60.0), kLength, {}, deviations);
+    EXPECT_NEAR(quality.North / plumb.North, 1.0, 0.01);
+    EXPECT_NEAR(quality.East / plumb.East, 1.0, 0.01);
+    EXPECT_NEAR(quality.Height / plumb.Height, 1.0, 0.01);
+    EXPECT_NEAR(quality.FromTilt / plumb.FromTilt, 1.0, 0.01);
+  }
+}
+
+// The tip turns about the antenna, so that it also comes closer to where the antenna stands: by the
+// square of the angle over the root of 2, and always towards the antenna.
+TEST(PointParts, ALargeErrorOfTheHeadingBendsTheEllipseAlongTheLean) {
+  Scene scene;
+  scene.deviations = {0.0, 6.0, 0.0, 0.0, 0.0};
+  scene.options.HeadingDeviation_A = scene.options.HeadingDeviation_B = 1e-9;
+  const double radius = kLength * std::sin(25.0 * kDegree);
+  const double angle = 6.0 * kDegree;
+  for (const double towards : {0.0, 45.0, 135.0, 300.0}) {
+    scene.sample = Measured(LeaningPole(70.0, 25.0, towards), 60.0);
+    const PointQuality quality = scene.Judge();
+    EXPECT_NEAR(quality.SemiMajor / (radius * angle), 1.0, 0.01);
+    EXPECT_NEAR(quality.SemiMinor / (radius * angle * angle / std::sqrt(2.0)), 1.0, 0.02);
+    EXPECT_NEAR(quality.FromHeading, std::hypot(quality.SemiMajor, quality.SemiMinor), 1e-12);
+    EXPECT_NEAR(std::remainder(quality.SemiMajorAzimuth - towards - 90.0, 180.0), 0.0, 1e-6);
+  }
+}
+
+TEST(PointParts, AnErrorOfTheLengthIsAlongAPoleOfAnyLength) {
+  for (const double length : {0.5, 1.0, 2.0}) {
+    const Scene scene;
+    PointDeviations deviations;
+    deviations.Length = 0.01;
+    EXPECT_NEAR(JudgePoint(scene.sample, length, {}, deviations).FromLength, 0.01, 1e-12);
+  }
+}
+
+// Next to north the last bits decide on which side of it the axis is found.
+TEST(PointParts, AnAxisNextToNorthHasAnAzimuthBelow180) {
+  PoseSensorData sample;
+  sample.MagneticX_A = 1000.0;
+  sample.MagneticX_B = -1000.0;
+  sample.MagneticZ_A = sample.MagneticZ_B = 1700.0;
+  sample.InclineX = -30.0;
+  RigorousTipOptions options;
+  options.HeadingDeviation_A = options.HeadingDeviation_B = 1e-9;
+  for (const double aside : {1e-14, 3e-15, 1e-15, -1e-15, -3e-15, -1e-14}) {
+    sample.MagneticY_A = aside;
+    sample.MagneticY_B = -aside;
+    const PointQuality quality = JudgePoint(sample, kLength, options, {0.0, 0.0, 0.01, 0.0, 0.0});
+    EXPECT_GE(quality.SemiMajorAzimuth, 0.0);
+    EXPECT_LT(quality.SemiMajorAzimuth, 180.0);
+    EXPECT_NEAR(std::remainder(quality.SemiMajorAzimuth, 180.0), 0.0, 1e-9);
+  }
+}
+
 TEST(PointParts, DeviationsBelowZeroCountAsNone) {
   Scene scene;
   scene.deviations = {-0.01, -0.01, -0.01, -0.01, -0.01};

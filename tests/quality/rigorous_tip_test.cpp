@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -242,6 +243,20 @@ TEST(RigorousTip, AWeightWithoutADeviationIsThatOfOneDegree) {
   }
 }
 
+TEST(RigorousTip, AWeightThatOneMagnetometerLacksIsThatOfOneDegreeBesideTheOthers) {
+  const PoseSensorData sample = WithBTurned(Measured(LeaningPole(40.0, 20.0, 100.0), 60.0), 3.0);
+  RigorousTipOptions one_degree;
+  one_degree.HeadingDeviation_A = 2.0;
+  RigorousTipOptions none = one_degree;
+  none.HeadingDeviation_B = 0.0;
+  EXPECT_EQ(SolveRigorousTip(sample, kLength, none).Heading,
+            SolveRigorousTip(sample, kLength, one_degree).Heading);
+  std::swap(one_degree.HeadingDeviation_A, one_degree.HeadingDeviation_B);
+  std::swap(none.HeadingDeviation_A, none.HeadingDeviation_B);
+  EXPECT_EQ(SolveRigorousTip(sample, kLength, none).Heading,
+            SolveRigorousTip(sample, kLength, one_degree).Heading);
+}
+
 TEST(RigorousTip, HeadingsUpTo5DegreesApartAgreeUnlessTheHostSaysOtherwise) {
   const PoseSensorData ideal = Measured(LeaningPole(40.0, 0.0, 0.0), 60.0);
   EXPECT_TRUE(SolveRigorousTip(WithBTurned(ideal, 4.999), kLength).Agree);
@@ -279,6 +294,27 @@ TEST(RigorousTip, APoleIsPlumbBelowALeanOfATenthOfABillionth) {
   EXPECT_EQ(SolveRigorousTip(sample, kLength).Status, TipStatus::Plumb);
   sample.InclineX = 1.01e-10 / kDegree;
   EXPECT_EQ(SolveRigorousTip(sample, kLength).Status, TipStatus::Solved);
+}
+
+// Tilts of which, at their last digits, the lean comes to the very limit.
+PoseSensorData WithLean(PoseSensorData sample, double lean) {
+  const auto sine = [](double tilt) { return std::sin(tilt * 3.141592653589793 / 180.0); };
+  sample.InclineX = 0.6 * lean / kDegree;
+  for (int i = 0; i < 100; ++i) {
+    sample.InclineX = std::nextafter(sample.InclineX, 1.0);
+    sample.InclineY = 0.8 * lean / kDegree * (1.0 - 1e-15);
+    while (std::hypot(sine(sample.InclineX), sine(sample.InclineY)) < lean) {
+      sample.InclineY = std::nextafter(sample.InclineY, 1.0);
+    }
+    if (std::hypot(sine(sample.InclineX), sine(sample.InclineY)) == lean) return sample;
+  }
+  ADD_FAILURE() << "no tilts give this lean";
+  return sample;
+}
+
+TEST(RigorousTip, APoleThatLeansByExactlyATenthOfABillionthIsNotPlumb) {
+  const PoseSensorData ideal = Measured(LeaningPole(40.0, 0.0, 0.0), 60.0);
+  EXPECT_EQ(SolveRigorousTip(WithLean(ideal, 1e-10), kLength).Status, TipStatus::Solved);
 }
 
 TEST(RigorousTip, TheDipIsThatOfTheMagnetometersInUse) {

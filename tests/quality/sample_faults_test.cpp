@@ -1,8 +1,10 @@
 // What samples show before any fit, and what those of a failed calibration show: where each fault
 // begins.
 
+#include <array>
 #include <cmath>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -121,6 +123,69 @@ TEST(FaultsOfSamples, AnEllipseATwentiethAsWideAsLongIsALine) {
   EXPECT_TRUE(FaultsOfSamples(session).empty());
 }
 
+// Readings of both magnetometers in the plane of the horizontal turn.
+Samples InPlane(const std::vector<std::array<double, 2>>& points) {
+  Samples samples;
+  for (const std::array<double, 2>& point : points) {
+    PoseSensorData sample;
+    sample.MagneticX_A = sample.MagneticX_B = point[0];
+    sample.MagneticY_A = sample.MagneticY_B = point[1];
+    samples.push_back(sample);
+  }
+  return samples;
+}
+
+RawSession WithHorizontal(const std::vector<std::array<double, 2>>& eight_times) {
+  RawSession session = RoundTurns();
+  session.Horizontal.clear();
+  for (int i = 0; i < 8; ++i) {
+    const Samples samples = InPlane(eight_times);
+    session.Horizontal.insert(session.Horizontal.end(), samples.begin(), samples.end());
+  }
+  return session;
+}
+
+// Readings of 99 and 101 counts spread by 1, without rounding.
+TEST(FaultsOfSamples, ATurnThatSpreadsByExactlyAHundredthDidNotHappen) {
+  const auto faults = [](double off) {
+    return FaultsOfSamples(WithHorizontal(
+        {{100.0 + off, 0.0}, {100.0 - off, 0.0}, {100.0 + off, 0.0}, {100.0 - off, 0.0}}));
+  };
+  ASSERT_EQ(faults(1.0).size(), 2U);
+  EXPECT_EQ(faults(1.0)[0].Code, QualityCode::ReadingsAlike);
+  ASSERT_EQ(faults(1.0001).size(), 2U);
+  EXPECT_EQ(faults(1.0001)[0].Code, QualityCode::ReadingsOnALine);
+}
+
+TEST(FaultsOfSamples, TheUnitOfTheReadingsDoesNotMatter) {
+  const auto faults = [](double off) {
+    return FaultsOfSamples(WithHorizontal({{1e-3 * (100.0 + off), 0.0},
+                                           {1e-3 * (100.0 - off), 0.0},
+                                           {1e-3 * 100.0, 1e-3 * off},
+                                           {1e-3 * 100.0, -1e-3 * off}}));
+  };
+  EXPECT_EQ(faults(1.41).size(), 2U);
+  EXPECT_TRUE(faults(1.42).empty());
+}
+
+// The readings spread by 20 along one axis and by 1 along the other, without rounding.
+TEST(FaultsOfSamples, ReadingsExactlyATwentiethAsWideAsLongAreALineToo) {
+  const auto faults = [](double width) {
+    return FaultsOfSamples(
+        WithHorizontal({{20.0, width}, {20.0, -width}, {-20.0, width}, {-20.0, -width}}));
+  };
+  ASSERT_EQ(faults(1.0).size(), 2U);
+  EXPECT_EQ(faults(1.0)[0].Code, QualityCode::ReadingsOnALine);
+  EXPECT_TRUE(faults(1.0001).empty());
+}
+
+TEST(FaultsOfSamples, ASessionThatLostNoSampleDoesNotSaySo) {
+  RawSession session;
+  session.Horizontal = OnEllipse({}, false, 30);
+  session.Vertical = OnEllipse({}, true, 30);
+  EXPECT_TRUE(FaultsOfSamples(session).empty());
+}
+
 Reasons FaultsOfCoverage(const CalibrationQuality& quality) {
   Reasons reasons;
   tiltpole::detail::FindMissingDirections(quality, reasons);
@@ -135,6 +200,12 @@ TEST(MissingDirections, WeighMoreWhereLessThanThreeQuartersAreCovered) {
   EXPECT_TRUE(Says(FaultsOfCoverage(quality)[0], L"10 to 100 degrees"));
   quality.Vertical.CoveredPercent = 74.9999;
   EXPECT_EQ(FaultsOfCoverage(quality)[0].Weight, Verdict::Poor);
+}
+
+TEST(MissingDirections, AreToldInWholeDegreesToTheNearest) {
+  CalibrationQuality quality;
+  quality.Horizontal = {1, 75.0, {{10.46, 99.54}}};
+  EXPECT_TRUE(Says(FaultsOfCoverage(quality)[0], L"the directions 10 to 100 degrees"));
 }
 
 TEST(MissingDirections, OfATurnWithoutSamplesAreNotListed) {
@@ -252,6 +323,27 @@ TEST(FaultsOfFit, ATurnWhoseReadingsLeaveTheirEllipseByMoreThan3PercentWasDistur
     turn = OnEllipse({1000.0, 1000.0, 0.0, 0.99 * limit}, vertical, 100);
     EXPECT_EQ(Find(FaultsOfFit(session, {kFailed_A}), QualityCode::FieldDisturbed), nullptr);
   }
+}
+
+// The curve x^2 / 5 + x y + 4 y^2 / 5 = 10^6: as an ellipse's, its squares would ask for a scale
+// of 2.
+TEST(FaultsOfFit, ReadingsOnAHyperbolaAreNoEllipseThatAScaleWouldMend) {
+  RawSession session = RoundTurns();
+  std::vector<std::array<double, 2>> points;
+  for (int i = -8; i <= 8; ++i) {
+    const double a = 1000.0 * std::exp(0.2 * i);
+    const double b = 1e6 / a;
+    points.push_back({(4.0 * b - 5.0 * a) / 3.0, (5.0 * a - b) / 3.0});
+    points.push_back({(5.0 * a - 4.0 * b) / 3.0, (b - 5.0 * a) / 3.0});
+  }
+  session.Horizontal = InPlane(points);
+  const Reasons reasons = FaultsOfFit(session, {kFailed_A});
+  const QualityReason* reason = Find(reasons, QualityCode::EllipseNotFitted);
+  ASSERT_NE(reason, nullptr);
+  EXPECT_EQ(reason->Magnetometer, ConcernedMagnetometer::A);
+  EXPECT_EQ(reason->Turn, ConcernedTurn::Horizontal);
+  EXPECT_EQ(Find(reasons, QualityCode::ScaleBeyondReach), nullptr);
+  EXPECT_EQ(Find(reasons, QualityCode::FieldDisturbed), nullptr);
 }
 
 TEST(FaultsOfFit, WhereNoMagnetometerIsNamedBothAreLookedAt) {

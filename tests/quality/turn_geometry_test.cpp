@@ -18,6 +18,7 @@ using tiltpole::detail::CoverageOf;
 using tiltpole::detail::FiguresAbout;
 using tiltpole::detail::FitCircle;
 using tiltpole::detail::FitConic;
+using tiltpole::detail::ScaleNeeded;
 using tiltpole::detail::SpreadOf;
 using tiltpole::detail::TurnPlane;
 using tiltpole::detail::TurnPoint;
@@ -152,6 +153,28 @@ TEST(TurnGeometry, AGapIsMissingWhereItIsWiderThan30DegreesByMoreThanRounding) {
   EXPECT_EQ(coverage.Samples, 12);
 }
 
+TEST(TurnGeometry, AGapThatIsExactlyThatWideIsNone) {
+  const TurnCoverage coverage = CoverageOf({0.0, 30.0 + 1e-6});
+  ASSERT_EQ(coverage.Missing.size(), 1U);
+  EXPECT_EQ(coverage.Missing[0].From, 30.0 + 1e-6);
+}
+
+TEST(TurnGeometry, WhatNobodyHasLaidIsNoneAndAboutTheOrigin) {
+  const Circle circle;
+  EXPECT_FALSE(circle.Told);
+  const Conic conic;
+  EXPECT_FALSE(conic.Told);
+  EXPECT_FALSE(conic.Ellipse);
+  EXPECT_EQ(conic.Unit, 1.0);
+  const TurnPoint point;
+  const TurnSpread spread;
+  for (const double value : {circle.First, circle.Second, conic.A, conic.B, conic.D, conic.E,
+                             conic.F, conic.CentreFirst, conic.CentreSecond, point.First,
+                             point.Second, point.OutOfPlane, spread.Longer, spread.Shorter}) {
+    EXPECT_EQ(value, 0.0);
+  }
+}
+
 TEST(TurnGeometry, MissingGapsAreListedInOrderAndLeftOutOfTheCoveredShare) {
   const TurnCoverage coverage = CoverageOf({300, 20, 50, 80, 120, 150, 180, 210});
   ASSERT_EQ(coverage.Missing.size(), 3U);
@@ -211,6 +234,22 @@ TEST(ConicFit, TheScatterIsTheRootMeanSquareDistanceAsAShareOfTheLongerSpread) {
   }
   EXPECT_NEAR(ScatterShare(points, conic), std::sqrt(5.0) / std::sqrt(spread), 2e-5);
   EXPECT_EQ(ScatterShare({}, conic), 0.0);
+}
+
+TEST(ConicFit, OnePointScattersByItsDistance) {
+  const Conic conic = FitConic(TurnedEllipse());
+  const TurnPoint point = OnTurnedEllipse(20.0, 3.0);
+  EXPECT_NEAR(ScatterShare({point}, conic) * conic.Unit, conic.DistanceOf(point), 1e-12);
+}
+
+TEST(ConicFit, AnEllipseSmallerThanACountIsFittedToo) {
+  TurnPoints points;
+  for (const TurnPoint& point : TurnedEllipse()) {
+    points.push_back({1e-4 * point.First, 1e-4 * point.Second, 0.0});
+  }
+  const Conic conic = FitConic(points);
+  EXPECT_TRUE(conic.Ellipse);
+  EXPECT_NEAR(ScaleNeeded(conic), ScaleNeeded(FitConic(TurnedEllipse())), 1e-9);
 }
 
 TEST(ConicFit, TheCentreOfACircleHasNoDirectionAndCountsAsOneSpreadAway) {

@@ -209,6 +209,26 @@ TEST(VerdictLimits, ALeanPutsHeadingsOffByHalfATurnAtMost) {
   EXPECT_TRUE(Says(reasons[0], L"off by up to 180.0 degrees"));
 }
 
+TEST(VerdictLimits, ALeanIsToldInTenthsAndSoIsTheHeadingThatItPutsOff) {
+  TurnReadings horizontal;
+  horizontal.Up = {{std::tan(0.546 / kRadian), 0.0, 1.0}};
+  Reasons reasons;
+  FindLean(horizontal, std::atan(4.0) * kRadian, reasons);
+  ASSERT_EQ(reasons.size(), 1U);
+  EXPECT_TRUE(Says(reasons[0], L"leaned by 0.5 degrees"));
+  EXPECT_TRUE(Says(reasons[0], L"off by up to 2.2 degrees"));
+}
+
+TEST(VerdictLimits, ADifferenceOfTheFieldStrengthsIsToldInPercent) {
+  CalibrationQuality quality = SoundQuality();
+  quality.B.FieldStrengthVertical = 1.25;
+  Reasons reasons;
+  FindFaultsOfField(quality, reasons);
+  ASSERT_EQ(reasons.size(), 1U);
+  EXPECT_EQ(reasons[0].Magnetometer, ConcernedMagnetometer::B);
+  EXPECT_TRUE(Says(reasons[0], L"differs by 25.0 %"));
+}
+
 TEST(VerdictLimits, ALeanThatTheTurnTakesToAllSidesIsNone) {
   TurnReadings horizontal;
   horizontal.Up = {{0.2, 0.0, 1.0}, {-0.2, 0.0, 1.0}, {0.0, 0.2, 1.0}, {0.0, -0.2, 1.0}};
