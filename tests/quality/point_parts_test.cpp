@@ -185,6 +185,12 @@ TEST(PointParts, ALargeErrorOfTheHeadingBendsTheEllipseAlongTheLean) {
   }
 }
 
+TEST(PointParts, WithoutAHeadingItsDeviationIsThatOfWhatBothShare) {
+  const PoseSensorData sample = Measured(LeaningPole(0, 0, 0), 90.0);
+  EXPECT_EQ(JudgePoint(sample, kLength).Heading, 0.0);
+  EXPECT_EQ(JudgePoint(sample, kLength, {}, {0.1, 0.25, 0.0, 0.0, 0.0}).Heading, 0.25);
+}
+
 TEST(PointParts, AnErrorOfTheLengthIsAlongAPoleOfAnyLength) {
   for (const double length : {0.5, 1.0, 2.0}) {
     const Scene scene;

@@ -16,6 +16,7 @@ namespace {
 using namespace tiltpole_test;
 using tiltpole::detail::EstimateSensorError;
 using tiltpole::detail::kEyx;
+using tiltpole::detail::kEyz;
 using tiltpole::detail::kOz;
 using tiltpole::detail::SensorError;
 using tiltpole::detail::TurnReadings;
@@ -82,6 +83,19 @@ TEST(SideOfTheVerticalTurn, AConstantErrorIsKnownAsWellAsYIsSeenToAnswerToX) {
   ASSERT_TRUE(error.Told);
   EXPECT_NEAR(error.Terms[kEyx], 0.004, 2e-5);
   EXPECT_NEAR(error.Covariance[kEyx][kEyx] / VarianceOfSlope(vertical.Field, kNoise), 1.0, 0.01);
+}
+
+TEST(SideOfTheVerticalTurn, HowYAnswersToZIsKnownAsWellAsItIsSeenThere) {
+  TurnReadings vertical = VerticalTurn();
+  std::vector<Vector3> z_first;
+  for (Vector3& field : vertical.Field) {
+    field.y += 0.004 * field.z;
+    z_first.push_back({field.z, 0.0, field.x});
+  }
+  const SensorError error = EstimateSensorError(HorizontalTurn(), vertical);
+  ASSERT_TRUE(error.Told);
+  EXPECT_NEAR(error.Terms[kEyz], 0.004, 2e-5);
+  EXPECT_NEAR(error.Covariance[kEyz][kEyz] / VarianceOfSlope(z_first, kNoise), 1.0, 0.01);
 }
 
 // The tilts show a turn about an axis a little off y, with noise of their own. The more of what
@@ -170,6 +184,20 @@ TEST(SamplesOfTheVerticalTurn, CountFromAFifthOfTheFieldOnThatTheirTwoSidesDiffe
   };
   EXPECT_TRUE(counts(13.0 / 32.0));
   EXPECT_FALSE(counts(13.0 / 32.0 - 1e-12));
+}
+
+// No term of the error alternates with the samples, so that all of that is noise; and of two
+// figures each of 16 and of 24 samples the fit takes 13.
+TEST(SensorErrorEstimate, TheNoiseIsWhatTheFitLeavesByItsDegreesOfFreedom) {
+  TurnReadings horizontal = HorizontalTurn();
+  TurnReadings vertical = VerticalTurn();
+  for (TurnReadings* turn : {&horizontal, &vertical}) {
+    for (Vector3& field : turn->Field) field.x += 0.01 * kStrength;
+  }
+  const SensorError error = EstimateSensorError(horizontal, vertical);
+  ASSERT_TRUE(error.Told);
+  const double left = 1e-3 * std::hypot(1.0, kDown);
+  EXPECT_NEAR(error.Noise / (left / std::sqrt(1.0 - 13.0 / 80.0)), 1.0, 0.01);
 }
 
 TEST(SensorErrorEstimate, OfNoTurnsNothingIsTold) {

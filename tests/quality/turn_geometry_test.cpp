@@ -157,6 +157,7 @@ TEST(TurnGeometry, AGapThatIsExactlyThatWideIsNone) {
   const TurnCoverage coverage = CoverageOf({0.0, 30.0 + 1e-6});
   ASSERT_EQ(coverage.Missing.size(), 1U);
   EXPECT_EQ(coverage.Missing[0].From, 30.0 + 1e-6);
+  EXPECT_EQ(CoverageOf({0.0, 30.0 + 1.01e-6}).Missing.size(), 2U);
 }
 
 TEST(TurnGeometry, WhatNobodyHasLaidIsNoneAndAboutTheOrigin) {
