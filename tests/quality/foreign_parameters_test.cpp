@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "tiltpole/quality/detail/reasons.h"
+#include "tiltpole/quality/detail/turn.h"
 
 namespace {
 
@@ -14,8 +15,14 @@ using tiltpole::ConcernedMagnetometer;
 using tiltpole::ConcernedTurn;
 using tiltpole::QualityCode;
 using tiltpole::Verdict;
+using tiltpole::detail::Circle;
+using tiltpole::detail::FiguresAbout;
 using tiltpole::detail::FindForeignParameters;
+using tiltpole::detail::FitCircle;
+using tiltpole::detail::PointsInPlane;
 using tiltpole::detail::Reasons;
+using tiltpole::detail::TurnPlane;
+using tiltpole::detail::TurnPoints;
 using tiltpole::detail::TurnReadings;
 
 constexpr double kFullTurn = 2.0 * 3.14159265358979323846;
@@ -25,13 +32,15 @@ struct Ellipse {
   double second = 0.0;
   double stretch = 1.0;  // of the first axis, beside the second
   double jitter = 0.0;   // neighbours lie this share further out and further in
+  double radius = 1000.0;
 };
 
 TurnReadings Turn(const Ellipse& ellipse, bool vertical) {
   TurnReadings turn;
   for (int i = 0; i < 72; ++i) {
     const double angle = kFullTurn * i / 72;
-    const double radius = 1000.0 * (i % 2 == 0 ? 1.0 + ellipse.jitter : 1.0 - ellipse.jitter);
+    const double radius =
+        ellipse.radius * (i % 2 == 0 ? 1.0 + ellipse.jitter : 1.0 - ellipse.jitter);
     const double u = ellipse.first + ellipse.stretch * radius * std::cos(angle);
     const double w = ellipse.second + radius * std::sin(angle);
     if (vertical) {
@@ -81,6 +90,22 @@ TEST(ForeignParameters, ATurnMayBeATenthOutOfRound) {
     ExpectFault(FaultsOf({0.0, 0.0, stretch}, {}), ConcernedTurn::Horizontal);
     ExpectFault(FaultsOf({}, {0.0, 0.0, stretch}), ConcernedTurn::Vertical);
   }
+}
+
+// Of turns of many sizes one comes to the very limit, whose last bits the fit decides.
+TEST(ForeignParameters, ATurnExactlyATenthOfItsRadiusOffTheOriginFits) {
+  for (double further = 1.0; further < 2.0; further += 1e-3) {
+    const TurnReadings turn = Turn({100.0 * further, 0.0, 1.0, 0.0, 1000.0 * further}, false);
+    const TurnPoints points = PointsInPlane(turn.Field, TurnPlane::XY);
+    const Circle circle = FitCircle(points);
+    const double offset = std::hypot(circle.First, circle.Second);
+    if (offset / FiguresAbout(points, circle).RadiusMean != 0.1) continue;
+    Reasons reasons;
+    FindForeignParameters(turn, Turn({}, true), ConcernedMagnetometer::B, reasons);
+    EXPECT_TRUE(reasons.empty());
+    return;
+  }
+  FAIL() << "no turn comes to the limit";
 }
 
 // Neighbours a share d out and in leave the circle by d of its radius, and their spread is the

@@ -129,6 +129,14 @@ TEST(ParameterCheck, AFieldStrengthThatScattersByExactly4PercentStillFits) {
   EXPECT_TRUE(Check({PlumbSample(weak, weak), PlumbSample(strong, strong)}).empty());
 }
 
+// Their mean is off by its last bits then.
+TEST(ParameterCheck, SamplesThatAreAllTheSameFitHoweverManyThereAre) {
+  const Vector field = EarthField(4987.3, 61.7);
+  for (std::size_t count = 1; count <= 60; ++count) {
+    EXPECT_TRUE(Check(std::vector(count, PlumbSample(field, field))).empty()) << count;
+  }
+}
+
 TEST(ParameterCheck, TheUnitOfTheReadingsDoesNotMatter) {
   const auto samples = [](double share) {
     const Vector strong = EarthField(0.1 * (1.0 + share), 60.0);

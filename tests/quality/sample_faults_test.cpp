@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "quality/found_reasons.h"
+#include "tiltpole/quality/detail/conic.h"
 #include "tiltpole/quality/detail/reasons.h"
 
 namespace {
@@ -23,6 +24,8 @@ using tiltpole::Verdict;
 using tiltpole::detail::RawSession;
 using tiltpole::detail::Reasons;
 using tiltpole::detail::Samples;
+using tiltpole::detail::TurnPlane;
+using tiltpole::detail::Vector3;
 using tiltpole_test::Find;
 using tiltpole_test::Says;
 
@@ -269,6 +272,19 @@ TEST(FaultsOfFit, AnAxisThatNeedsAScaleNear2IsBeyondReach) {
   }
 }
 
+// Of turns of many sizes one asks for the very limit, whose last bits the fit decides.
+TEST(FaultsOfFit, AScaleOfExactly1_95IsBeyondReach) {
+  RawSession session = RoundTurns();
+  for (double further = 1.0; further < 2.0; further += 1e-3) {
+    session.Horizontal = OnEllipse({1000.0 * further, 1000.0 * further / 1.95}, false, 100);
+    const std::vector<Vector3> readings = tiltpole::detail::RawReadings_B(session.Horizontal);
+    if (ScaleNeeded(FitConic(PointsInPlane(readings, TurnPlane::XY))) != 1.95) continue;
+    EXPECT_NE(Find(FaultsOfFit(session, {kFailed_B}), QualityCode::ScaleBeyondReach), nullptr);
+    return;
+  }
+  FAIL() << "no turn asks for the limit";
+}
+
 TEST(FaultsOfFit, AScaleOfZWithin12HundredthsOf1MayHaveBeenSoughtOnTheWrongSide) {
   RawSession session = RoundTurns();
   for (const double scale : {1.119, 0.881}) {
@@ -285,6 +301,19 @@ TEST(FaultsOfFit, AScaleOfZWithin12HundredthsOf1MayHaveBeenSoughtOnTheWrongSide)
     EXPECT_EQ(Find(FaultsOfFit(session, {kCirculating, kFailed_A}), QualityCode::ScaleBeyondReach),
               nullptr);
   }
+}
+
+TEST(FaultsOfFit, AScaleOfZExactly12HundredthsBelow1MayHaveBeenSoughtOnTheWrongSideToo) {
+  RawSession session = RoundTurns();
+  for (double further = 1.0; further < 2.0; further += 1e-3) {
+    session.Vertical = OnEllipse({1000.0 * further, 1000.0 * further / 0.88}, true, 100);
+    const std::vector<Vector3> readings = tiltpole::detail::RawReadings_A(session.Vertical);
+    if (1.0 - ScaleNeeded(FitConic(PointsInPlane(readings, TurnPlane::XZ))) != 0.12) continue;
+    EXPECT_NE(Find(FaultsOfFit(session, {kCirculating, kFailed_A}), QualityCode::ScaleBeyondReach),
+              nullptr);
+    return;
+  }
+  FAIL() << "no turn asks for the limit";
 }
 
 TEST(FaultsOfFit, AScaleOfZNear1IsNoFaultWhereTheFitDidNotRunOut) {

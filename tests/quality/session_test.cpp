@@ -178,6 +178,18 @@ TEST(HeadingDifference, IsThatOfBFromAAcrossNorthToo) {
   EXPECT_NEAR(difference.Largest, 4.0, 1e-9);
 }
 
+TEST(HeadingDifference, ThatIsAlwaysTheSameDoesNotScatterHoweverOftenItIsSeen) {
+  TurnReadings A;
+  TurnReadings B;
+  for (int count = 1; count <= 60; ++count) {
+    A.Field.push_back(FieldToTheRight(0.0));
+    B.Field.push_back(FieldToTheRight(3.7));
+    A.Up.push_back({0.0, 0.0, 1.0});
+    B.Up = A.Up;
+    EXPECT_LT(DifferenceOver(A, B).StandardDeviation, 1e-9) << count;
+  }
+}
+
 TEST(HeadingDifference, OfNoSamplesIsNotANumber) {
   const HeadingDifference difference = DifferenceOver({}, {});
   EXPECT_TRUE(std::isnan(difference.Mean));
