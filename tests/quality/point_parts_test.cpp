@@ -246,6 +246,23 @@ TEST(PointParts, MagnetometersThatDisagreeStayInUseWhereverTheirNodesLie) {
   EXPECT_EQ(at_the_limit.FromTilt, scene.Judge().FromTilt);
 }
 
+TEST(PointParts, AMagnetometerThatDisagreesStaysOutWhereverItsNodesLie) {
+  // Tilts that are off bring the difference back within the limit.
+  Scene scene;
+  const Attitude pole = LeaningPole(70.0, 60.0, 20.0);
+  const PoseSensorData turned = Measured(Product(pole, Turn(kZ, 4.9 * kDegree)), 60.0);
+  scene.sample = Measured(pole, 60.0);
+  scene.sample.MagneticX_B = turned.MagneticX_B;
+  scene.sample.MagneticY_B = turned.MagneticY_B;
+  scene.sample.MagneticZ_B = turned.MagneticZ_B;
+  scene.deviations.Tilt = 3.0;
+  scene.options.LargestHeadingDifference =
+      std::fabs(SolveRigorousTip(scene.sample, kLength).HeadingDifference) - 1e-6;
+  const PointQuality at_the_limit = scene.Judge();
+  scene.options.Disturbed_B = true;
+  EXPECT_EQ(at_the_limit.FromTilt, scene.Judge().FromTilt);
+}
+
 TEST(PointParts, EachLimitHasASentenceOfItsOwn) {
   Scene scene;
   const auto says = [&scene](PointLimit limit, const wchar_t* words) {

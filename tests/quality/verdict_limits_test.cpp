@@ -262,6 +262,7 @@ TEST(VerdictLimits, ATenthOfTheTurnMayRaiseInterference) {
   std::vector<PoseSensorData> corrected(10);
   corrected[0].MagneticX_B = 1000.0;
   EXPECT_TRUE(JudgeTranslation(corrected).empty());
+  EXPECT_EQ(JudgeTranslation({corrected.begin(), corrected.begin() + 9}).size(), 1U);
   corrected[5].MagneticX_B = 1000.0;
   const Reasons reasons = JudgeTranslation(corrected);
   ASSERT_EQ(reasons.size(), 1U);
