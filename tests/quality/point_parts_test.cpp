@@ -229,8 +229,9 @@ TEST(PointParts, DeviationsBelowZeroCountAsNone) {
   EXPECT_NEAR(quality.Heading, 0.024, 1e-12);
 }
 
-TEST(PointParts, MagnetometersThatDisagreeStayInUseWhereverTheirNodesLie) {
-  // 4.9 degrees apart with a limit of 5: tilts that are off move the difference beyond the limit.
+// The limit is what the two headings differ by and a little more: tilts that are off move the
+// difference to either side of it.
+Scene WithHeadingsApart(double more) {
   Scene scene;
   const Attitude pole = LeaningPole(70.0, 60.0, 20.0);
   const PoseSensorData turned = Measured(Product(pole, Turn(kZ, 4.9 * kDegree)), 60.0);
@@ -240,26 +241,21 @@ TEST(PointParts, MagnetometersThatDisagreeStayInUseWhereverTheirNodesLie) {
   scene.sample.MagneticZ_B = turned.MagneticZ_B;
   scene.deviations.Tilt = 3.0;
   scene.options.LargestHeadingDifference =
-      std::fabs(SolveRigorousTip(scene.sample, kLength).HeadingDifference) + 1e-6;
+      std::fabs(SolveRigorousTip(scene.sample, kLength).HeadingDifference) + more;
+  return scene;
+}
+
+TEST(PointParts, MagnetometersThatAgreeStayInUseWhereverTheirNodesLie) {
+  Scene scene = WithHeadingsApart(1e-6);
   const PointQuality at_the_limit = scene.Judge();
   scene.options.LargestHeadingDifference = 90.0;
   EXPECT_EQ(at_the_limit.FromTilt, scene.Judge().FromTilt);
 }
 
 TEST(PointParts, AMagnetometerThatDisagreesStaysOutWhereverItsNodesLie) {
-  // Tilts that are off bring the difference back within the limit.
-  Scene scene;
-  const Attitude pole = LeaningPole(70.0, 60.0, 20.0);
-  const PoseSensorData turned = Measured(Product(pole, Turn(kZ, 4.9 * kDegree)), 60.0);
-  scene.sample = Measured(pole, 60.0);
-  scene.sample.MagneticX_B = turned.MagneticX_B;
-  scene.sample.MagneticY_B = turned.MagneticY_B;
-  scene.sample.MagneticZ_B = turned.MagneticZ_B;
-  scene.deviations.Tilt = 3.0;
-  scene.options.LargestHeadingDifference =
-      std::fabs(SolveRigorousTip(scene.sample, kLength).HeadingDifference) - 1e-6;
+  Scene scene = WithHeadingsApart(-1e-6);
   const PointQuality at_the_limit = scene.Judge();
-  scene.options.Disturbed_B = true;
+  scene.options.LargestHeadingDifference = 0.0;
   EXPECT_EQ(at_the_limit.FromTilt, scene.Judge().FromTilt);
 }
 
