@@ -4,9 +4,12 @@
 #include <limits>
 
 #include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
 
 #include "calibration/adjust_access.h"
 #include "calibration/matrices.h"
+#include "calibration/random_session.h"
+#include "calibration/same_bits.h"
 #include "support/message_capture.h"
 
 namespace tiltpole_test {
@@ -85,6 +88,27 @@ TEST(ClosedForm, EveryFieldFollowsItsFormula) {
   EXPECT_EQ(out.x0, centre.GetData(0));
   EXPECT_EQ(out.y0, Y);
   EXPECT_EQ(out.z0, Z);
+}
+
+// The library solves for the centre on the stack; the matrix class is the other way to the same
+// bits.
+RC_GTEST_PROP(ClosedForm, TheCentreHasTheBitsThatTheMatrixClassGives, ()) {
+  Random random(*rc::gen::arbitrary<std::uint32_t>());
+  const double A = random.Between(0.01, 0.99);
+  const double C = 1 - A;
+  const double B = random.Between(-2, 2) * std::sqrt(A * C);
+  const double D = random.Between(-1e4, 1e4);
+  const double E = random.Between(-1e4, 1e4);
+  const double root = std::sqrt(B * B / (4 * A * C - B * B));
+  const double t = C / B > 0 ? root : -root;
+  const double u = 2 * t * C / B;
+  const CSZMatrix centre = Rows({{2 + 2 * t * t, 2 * t * u}, {2 * t * u, 2 * u * u}}).MatInv() *
+                           Rows({{-D * (1 + t * t) / A}, {-E * (1 + t * t) / A}});
+  const CSZMatrix conic = Rows({{A}, {B}, {D}, {E}, {-5}});
+  Incline_MagneticCorrectParameter out;
+  RC_ASSERT(AdjustAccess().MagCorrPara(conic, conic, conic, out) == 1);
+  RC_ASSERT(SameBits(out.x0, centre.GetData(0)));
+  RC_ASSERT(SameBits(out.y0, centre.GetData(1)));
 }
 
 TEST(ClosedForm, AFirstConicThatIsNoEllipseIsToldAndLeavesOutUntouched) {

@@ -1,7 +1,10 @@
 #include "tiltpole/calibration/CInclineSensor_MagneticAdjust.h"
 
+#include <new>
+
 #include "tiltpole/calibration/detail/correction_fit.h"
 #include "tiltpole/calibration/detail/readings.h"
+#include "tiltpole/calibration/detail/storage.h"
 #include "tiltpole/calibration/detail/warnings.h"
 #include "tiltpole/records/magnetic_correction.h"
 
@@ -27,6 +30,7 @@ CSZMatrix MatrixOf(const Samples& samples, double PoseSensorData::*x, double Pos
                    double PoseSensorData::*z) {
   const auto count = static_cast<unsigned int>(samples.size());
   CSZMatrix matrix(count, 3);
+  detail::RequireStorage(matrix);
   for (unsigned int i = 0; i < count; ++i) {
     matrix.SetData(i, 0, samples[i].*x);
     matrix.SetData(i, 1, samples[i].*y);
@@ -75,24 +79,32 @@ void CInclineSensor_MagneticAdjust::Vertical_Clear() { Free(vertical_); }
 int CInclineSensor_MagneticAdjust::Adjust() {
   const CSZMatrix horizontal_A = ReadingsOf_A(horizontal_);
   const CSZMatrix horizontal_B = ReadingsOf_B(horizontal_);
-  if (MagCorrPara(horizontal_A, ReadingsOf_A(vertical_), correctPar_A_) == 0) {
-    detail::WarnOfFailure(
-        L"A calculation of the magnetometer calibration fails, please recalibrate!");
-    return 0;
+  const Incline_MagneticCorrectParameter earlier_A = correctPar_A_;
+  const Incline_MagneticCorrectParameter earlier_B = correctPar_B_;
+  try {
+    if (MagCorrPara(horizontal_A, ReadingsOf_A(vertical_), correctPar_A_) == 0) {
+      detail::WarnOfFailure(
+          L"A calculation of the magnetometer calibration fails, please recalibrate!");
+      return 0;
+    }
+    // Deliberate: correction A keeps its new value when B fails. A host uses the results only after
+    // a 1.
+    if (MagCorrPara(horizontal_B, ReadingsOf_B(vertical_), correctPar_B_) == 0) {
+      detail::WarnOfFailure(
+          L"B calculation of the magnetometer calibration fails, please recalibrate!");
+      return 0;
+    }
+    // Both matrices hold the same samples, so this cannot fail here.
+    if (MagneticCoordinateOffset(horizontal_A, horizontal_B, coorTrans_) == 0) {
+      detail::WarnOfFailure(L"Pan calculation magnetometer system fails, please recalibrate!");
+      return 0;
+    }
+    return 1;
+  } catch (const std::bad_alloc&) {
+    correctPar_A_ = earlier_A;
+    correctPar_B_ = earlier_B;
+    throw;
   }
-  // Deliberate: correction A keeps its new value when B fails. A host uses the results only after
-  // a 1.
-  if (MagCorrPara(horizontal_B, ReadingsOf_B(vertical_), correctPar_B_) == 0) {
-    detail::WarnOfFailure(
-        L"B calculation of the magnetometer calibration fails, please recalibrate!");
-    return 0;
-  }
-  // Both matrices hold the same samples, so this cannot fail here.
-  if (MagneticCoordinateOffset(horizontal_A, horizontal_B, coorTrans_) == 0) {
-    detail::WarnOfFailure(L"Pan calculation magnetometer system fails, please recalibrate!");
-    return 0;
-  }
-  return 1;
 }
 
 Incline_MagneticCorrectParameter CInclineSensor_MagneticAdjust::GetCorrectPar_A() const {

@@ -34,11 +34,12 @@ namespace tiltpole {
 /// left out while more than 20 others remain: the limit suits a field of some hundred to some
 /// thousand counts. A fit that comes to rest only after more than 500 passes counts as failed.
 ///
-/// **Failure.** Nothing is thrown but std::bad_alloc, which leaves the samples as they are; the
-/// operation can be repeated. A failed calibration shows
-/// the operator up to three modal messages in a row (the fit, the correction, the calibration) and
-/// returns 0; results fitted before the failing step keep their new values, so use them only after
-/// a 1.
+/// **Failure.** A failed calibration shows the operator up to three modal messages in a row (the
+/// fit, the correction, the calibration) and returns 0; results fitted before the failing step keep
+/// their new values, so use them only after a 1. Nothing is thrown but std::bad_alloc where memory
+/// runs out: samples, results and arguments are then as they were, no message blames the readings
+/// for it, and the operation can be repeated. A matrix handed in with counts but without storage is
+/// a lack of memory too.
 ///
 /// **Cost.** Time grows with the samples and with the passes until the cross terms rest: below a
 /// millisecond for turns of 2 x 360 samples on a desktop processor. A fit that cannot come to rest
@@ -89,8 +90,7 @@ class TILTPOLE_EXPORT CInclineSensor_MagneticAdjust {
   /// @}
 
   /// @name Filters for a host's own matrices
-  /// The calibration itself does not use them. Where memory runs out they throw std::bad_alloc and
-  /// leave the matrix as it was.
+  /// The calibration itself does not use them.
   /// @{
 
   /// Smooths the first six columns down the rows, each by a random walk with process and
@@ -115,7 +115,8 @@ class TILTPOLE_EXPORT CInclineSensor_MagneticAdjust {
   /// @param[in] A  n x m
   /// @param[in] b  n x 1
   /// @return m x 1; zeros, after a message, if the row counts differ. Where AtA is singular, what
-  ///         the operators of CSZMatrix make of the empty inverse: At b.
+  ///         the operators of CSZMatrix make of the empty inverse: At b. So too where MatInv()
+  ///         finds no room for its pivots, which it needs for m above 32.
   CSZMatrix OverDeterminedEquationSolution(const CSZMatrix& A, const CSZMatrix& b) const;
 
   /// Fits the conic A u^2 + B u w + C w^2 + D u + E w + F = 0 with C = 1 - A to the points of one

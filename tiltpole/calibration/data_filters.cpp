@@ -1,13 +1,16 @@
 // The smoothing and thinning of a host's own matrices.
 
-#include <new>
 #include <utility>
 
 #include "tiltpole/calibration/CInclineSensor_MagneticAdjust.h"
+#include "tiltpole/calibration/detail/storage.h"
 #include "tiltpole/calibration/detail/sweep_thinning.h"
 
 namespace tiltpole {
 namespace {
+
+using detail::RequireStorage;
+using detail::ThrowUnless;
 
 constexpr unsigned int kSmoothedColumns = 6;
 
@@ -15,11 +18,6 @@ CSZMatrix Scalar(double value) {
   CSZMatrix matrix(kSmoothedColumns, kSmoothedColumns);
   matrix.Diagonal(value);
   return matrix;
-}
-
-// A matrix tells only by its storage that there was no room for it.
-void ThrowUnless(bool stored) {
-  if (!stored) throw std::bad_alloc();
 }
 
 CSZMatrix RowAsColumn(const CSZMatrix& M, unsigned int row) {
@@ -31,13 +29,14 @@ CSZMatrix RowAsColumn(const CSZMatrix& M, unsigned int row) {
 }  // namespace
 
 void CInclineSensor_MagneticAdjust::DataFilter(CSZMatrix& M) {
-  if (M.GetRow() == 0 || M.GetCol() < kSmoothedColumns || M.m_pData == nullptr) return;
+  RequireStorage(M);
+  if (M.GetRow() == 0 || M.GetCol() < kSmoothedColumns) return;
   const CSZMatrix identity = Scalar(1.0);
   const CSZMatrix zeros(kSmoothedColumns, kSmoothedColumns);
   const CSZMatrix noise = Scalar(16.0);
   const CSZMatrix input(kSmoothedColumns);
   CSZMatrix result(M);
-  ThrowUnless(result.m_pData != nullptr);
+  RequireStorage(result);
 
   filter_.SetMatrixOrder(kSmoothedColumns, kSmoothedColumns);
   ThrowUnless(filter_.SetSystemMatrix(identity, zeros, identity, identity, zeros) == 1);
@@ -52,12 +51,13 @@ void CInclineSensor_MagneticAdjust::DataFilter(CSZMatrix& M) {
 }
 
 void CInclineSensor_MagneticAdjust::MatrixFilter(CSZMatrix& M) {
+  RequireStorage(M);
   if (M.m_pData == nullptr) return;
   CSZMatrix smoothed(M);
-  ThrowUnless(smoothed.m_pData != nullptr);
+  RequireStorage(smoothed);
   DataFilter(smoothed);
   CSZMatrix thinned = detail::ThinSweep(smoothed);
-  ThrowUnless(thinned.m_pData != nullptr);
+  RequireStorage(thinned);
   M = std::move(thinned);
 }
 

@@ -3,13 +3,16 @@
 
 #include <cmath>
 #include <limits>
+#include <utility>
 #include <vector>
 
 #include "tiltpole/calibration/CInclineSensor_MagneticAdjust.h"
 #include "tiltpole/calibration/detail/ellipse_fit.h"
 #include "tiltpole/calibration/detail/line_fit.h"
+#include "tiltpole/calibration/detail/normal_equations.h"
 #include "tiltpole/calibration/detail/readings.h"
 #include "tiltpole/calibration/detail/scale_bisection.h"
+#include "tiltpole/calibration/detail/storage.h"
 #include "tiltpole/calibration/detail/warnings.h"
 
 namespace tiltpole {
@@ -17,11 +20,15 @@ namespace tiltpole {
 CSZMatrix CInclineSensor_MagneticAdjust::OverDeterminedEquationSolution(const CSZMatrix& A,
                                                                         const CSZMatrix& b) const {
   if (A.GetRow() != b.GetRow()) {
+    CSZMatrix zeros(A.GetCol(), 1);
+    detail::RequireStorage(zeros);
     detail::WarnOfFailure(L"Two input matrix must have the same line!");
-    return CSZMatrix(A.GetCol(), 1);
+    return zeros;
   }
   const CSZMatrix transposed = A.MatTran();
-  return (transposed * A).MatInv() * (transposed * b);
+  CSZMatrix solution = (transposed * A).MatInv() * (transposed * b);
+  detail::RequireStorage(solution);
+  return solution;
 }
 
 int CInclineSensor_MagneticAdjust::EllipseFit(const CSZMatrix& data, int plane,
@@ -38,13 +45,16 @@ int CInclineSensor_MagneticAdjust::EllipseFit(const CSZMatrix& data, int plane,
     conic = fits.At(1.0, {0.0, 2.0});
   }
   const double p[] = {conic.A, conic.B, conic.D, conic.E, conic.F};
-  result = CSZMatrix(5, 1);
-  for (unsigned int i = 0; i < 5; ++i) result.SetData(i, p[i]);
+  CSZMatrix coefficients(5, 1);
+  detail::RequireStorage(coefficients);
+  for (unsigned int i = 0; i < 5; ++i) coefficients.SetData(i, p[i]);
+  result = std::move(coefficients);
   return conic.IsEllipse() ? 1 : 0;
 }
 
 CSZMatrix CInclineSensor_MagneticAdjust::LineFit(const CSZMatrix& data, int axis) const {
   CSZMatrix slopes(2, 1);
+  detail::RequireStorage(slopes);
   if (data.GetCol() != 3) {
     detail::WarnOfInput(L"The data array must be three!");
     return slopes;
@@ -69,13 +79,12 @@ namespace {
 
 // A vector that is too short has no such coefficient.
 double CoefficientOf(const CSZMatrix& p, unsigned int i) {
-  if (i >= p.GetRow() || p.m_pData == nullptr) {
-    return std::numeric_limits<double>::quiet_NaN();
-  }
+  if (i >= p.GetRow() || p.GetCol() == 0) return std::numeric_limits<double>::quiet_NaN();
   return p.GetData(i);
 }
 
 detail::Conic ConicOf(const CSZMatrix& p) {
+  detail::RequireStorage(p);
   return {CoefficientOf(p, 0), CoefficientOf(p, 1), CoefficientOf(p, 2), CoefficientOf(p, 3), 0.0};
 }
 
@@ -102,17 +111,11 @@ int CInclineSensor_MagneticAdjust::MagCorrPara(const CSZMatrix& p1, const CSZMat
   const double t = CrossTermOf(xy, 1.0);
   const double u = 2 * t * xy.C() / xy.B;
 
-  CSZMatrix equations(2, 2);
-  equations.SetData(0, 0, 2 + 2 * t * t);
-  equations.SetData(0, 1, 2 * t * u);
-  equations.SetData(1, 0, 2 * t * u);
-  equations.SetData(1, 1, 2 * u * u);
-  CSZMatrix rightSide(2);
-  rightSide.SetData(0, -xy.D * (1 + t * t) / xy.A);
-  rightSide.SetData(1, -xy.E * (1 + t * t) / xy.A);
-  const CSZMatrix centre = equations.MatInv() * rightSide;
-  const double X = centre.GetData(0);
-  const double Y = centre.GetData(1);
+  const detail::Square<2> equations = {{{2 + 2 * t * t, 2 * t * u}, {2 * t * u, 2 * u * u}}};
+  const detail::Column<2> rightSide = {{-xy.D * (1 + t * t) / xy.A, -xy.E * (1 + t * t) / xy.A}};
+  const detail::Column<2> centre = detail::NormalInverse<2>(equations).Solve(rightSide);
+  const double X = centre.at[0];
+  const double Y = centre.at[1];
 
   const detail::Conic xz = ConicOf(p2);
   if (!IsUsable(xz)) return 0;

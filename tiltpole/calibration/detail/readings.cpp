@@ -1,11 +1,13 @@
 #include "tiltpole/calibration/detail/readings.h"
 
+#include "tiltpole/calibration/detail/storage.h"
+
 namespace tiltpole::detail {
 namespace {
 
 std::vector<double> ColumnOf(const CSZMatrix& data, unsigned int column) {
   std::vector<double> values(data.GetRow(), 0.0);
-  if (column >= data.GetCol() || data.m_pData == nullptr) return values;
+  if (column >= data.GetCol()) return values;
   for (unsigned int row = 0; row < data.GetRow(); ++row) values[row] = data.GetData(row, column);
   return values;
 }
@@ -13,6 +15,7 @@ std::vector<double> ColumnOf(const CSZMatrix& data, unsigned int column) {
 }  // namespace
 
 Readings ReadingsOf(const CSZMatrix& data) {
+  RequireStorage(data);
   return {ColumnOf(data, 0), ColumnOf(data, 1), ColumnOf(data, 2), data.GetCol()};
 }
 

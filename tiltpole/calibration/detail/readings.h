@@ -21,7 +21,8 @@ struct Readings {
   std::size_t Count() const { return x.size(); }
 };
 
-/// One reading a row, the axes x, y, z in columns 0, 1, 2.
+/// One reading a row, the axes x, y, z in columns 0, 1, 2. Throws std::bad_alloc also for a matrix
+/// that there was no room for.
 Readings ReadingsOf(const CSZMatrix& data);
 
 /// Removes the readings whose mark is 0; the others keep their order. Allocates nothing.
