@@ -185,11 +185,22 @@ TEST_F(FailingAllocation, WhatIsComputedFromAMatrixWithoutStorageHasNoneAndTells
   const CSZMatrix none = WithoutStorage(2, 2);
   const CSZMatrix full = MatrixOf({{4, 1}, {1, 4}});
   int ok = 0;
-  for (const CSZMatrix& result : {full + none, full - none, none * full, full * none, none.T(),
-                                  none.Slice(0, 0, 1, 1), none.matChole(&ok)}) {
+  for (const CSZMatrix& result :
+       {full + none, full - none, none * full, full * none, none.T(), none.Slice(0, 0, 1, 1),
+        none.MatInv(), none.Reverse(), none.matChole(&ok)}) {
     EXPECT_EQ(result.m_pData, nullptr);
     EXPECT_EQ(result.m_bOK, 0);
   }
+}
+
+TEST_F(FailingAllocation, AnInverseOfAMatrixThatIsNotSquareHasItsSizeAndZerosAlsoWithoutStorage) {
+  const CSZMatrix none = WithoutStorage(2, 3);
+  for (const CSZMatrix& result : {none.MatInv(), ~none, none.Reverse()}) {
+    ASSERT_NE(result.m_pData, nullptr);
+    EXPECT_TRUE(SameElements(result, MatrixOf({{0, 0, 0}, {0, 0, 0}})));
+    EXPECT_EQ(result.m_bOK, 1);
+  }
+  EXPECT_EQ(none.m_bOK, 0);
 }
 
 TEST_F(FailingAllocation, EachAllocationOfEachOperationMayFail) {

@@ -22,12 +22,13 @@ namespace tiltpole {
 /// - Elements that were never set are 0.0.
 /// - A matrix asked for with a zero count has no storage but reports the counts asked for. So does
 ///   one whose storage could not be obtained, with #m_bOK at 0. Operations treat both as having no
-///   elements to read or write; only GetData() does not look. What is computed from a matrix whose
-///   storage could not be obtained has no storage either, so a host may look at the end of a
-///   calculation only.
-/// - Every element loop keeps its place in the object's cursors #m_i and #m_j, and read-only
-///   operations set the status flag; these three are `mutable`. So one matrix must not be used by
-///   two threads at once, not even for reading.
+///   elements to read or write; only GetData() does not look. A matrix computed from elements that
+///   found no storage has none either, so a host may look at the end of a calculation only.
+/// - Copies, the element-wise operations, the transposes, Symmetry(), Slice(), Trace(), and
+///   Reverse() from 3 x 3 on keep their place in the object's cursors #m_i and #m_j; the product,
+///   MatInv(), matChole() and Output() leave them alone. Read-only operations set the status flag,
+///   too; these three are `mutable`. So one matrix must not be used by two threads at once, not
+///   even for reading.
 /// - The order of all floating-point operations is fixed, so results are the same bits everywhere.
 class TILTPOLE_EXPORT CSZMatrix {
  public:
@@ -37,9 +38,10 @@ class TILTPOLE_EXPORT CSZMatrix {
   double* m_pData = nullptr;  ///< the elements, owned; null when there is no storage
   std::uint32_t m_nRow = 0;   ///< number of rows
   std::uint32_t m_nCol = 0;   ///< number of columns
-  /// Row cursor. After an operation that walks the whole matrix it equals #m_nRow.
+  /// Row cursor. After a walk it equals #m_nRow; after Diagonal() the order of the block.
   mutable std::uint32_t m_i = 0;
-  /// Column cursor. After a walk over at least one row it equals #m_nCol.
+  /// Column cursor. After a walk over at least one row it equals #m_nCol; after Diagonal() the
+  /// order of the block. Trace() leaves it alone.
   mutable std::uint32_t m_j = 0;
   /// Status of the last operation that sets it: 1 success, 0 failure or not yet set.
   mutable int m_bOK = 0;
@@ -181,17 +183,20 @@ class TILTPOLE_EXPORT CSZMatrix {
 
   /// @name Inverses, transposes, Cholesky factor
   /// Three inverses with different demands. Each returns, for a matrix that is not square, one of
-  /// the same size filled with 0.0, and leaves #m_bOK at 0.
+  /// the same size filled with 0.0 (also where the matrix itself found no storage), and leaves
+  /// #m_bOK at 0.
   /// @{
 
   /// The inverse by Gauss-Jordan elimination in place with complete pivoting.
   ///
-  /// The matrix counts as singular when the largest element left, added to 1.0, gives 1.0. That
-  /// test is absolute: a matrix whose elements are all below 1.1e-16 is singular however well
-  /// conditioned it is.
+  /// The matrix counts as singular when the largest magnitude of the elements left, added to 1.0,
+  /// gives 1.0. That test is absolute: a matrix whose elements all have magnitudes below 1.1e-16 is
+  /// singular however well conditioned it is.
   ///
-  /// @return the inverse; for a singular matrix one without rows and columns. #m_bOK of this is 0
-  ///         afterwards in every case, so look at the rows of the result.
+  /// @return the inverse; for a singular matrix one without rows and columns, and so too above
+  /// order
+  ///         32 where there is no room to note the pivots. #m_bOK of this is 0 afterwards in every
+  ///         case, so look at the rows of the result.
   CSZMatrix MatInv() const;
 
   /// The same as MatInv().

@@ -140,13 +140,14 @@ class TILTPOLE_EXPORT CInclineSensor_Filter_XZ {
   /// @return 1; 0, and nothing is done, for a null array or without a valid centre.
   int Calculate_Azimuth(const PoseSensorDataArray* arr);
 
-  /// Computes the azimuth of one record about the centre [degrees, 0 excluded, 360 included], and
-  /// its Forward flag: 1 when it lies at least 1e-6 beyond the azimuth of the record computed
+  /// Computes the azimuth of one record about the centre [degrees, above 0 and up to 360 + 1e-6],
+  /// and its Forward flag: 1 when it lies at least 1e-6 beyond the azimuth of the record computed
   /// before it, as that stands now, else 0. Without such a record the flag stays.
   ///
   /// Off the axes the angle is counted from the second axis; within 1e-6 counts of an axis it is
   /// set as if counted from the first: a reading on an axis lies 90 degrees away from its
-  /// neighbours just off it.
+  /// neighbours just off it. An angle below 1e-6 is moved up by 360: a reading that close to the
+  /// second axis, yet off it, ends up so little beyond 360.
   ///
   /// @return 1; 0, and nothing is done, for a null record or without a valid centre.
   int Calculate_Azimuth_One(PoseSensorData* rec);

@@ -1,6 +1,7 @@
 // The one file compiled for AVX2; what stands here runs only after a look at the processor.
-// It includes no header of the standard library: an inline function compiled here could otherwise
-// become the program's only copy and meet a processor without AVX2.
+// An inline function compiled here can become the program's only copy and meet a processor without
+// AVX2. So nothing here may use one for other elements than vectors of four doubles, which no other
+// file has, neither of these headers nor of the standard library; a test looks at the object file.
 
 #include "tiltpole/calibration/detail/conic_sums_kernel.h"
 

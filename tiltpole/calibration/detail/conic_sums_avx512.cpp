@@ -1,4 +1,4 @@
-// The one file compiled for AVX-512; see conic_sums_avx2.cpp for what it must not include.
+// The one file compiled for AVX-512; see conic_sums_avx2.cpp for what it must not use.
 
 #include "tiltpole/calibration/detail/conic_sums_kernel.h"
 

@@ -1,9 +1,9 @@
 #pragma once
 
 // The one pass over the samples of an ellipse fit and its solution, written once for any width of
-// vector. This is also compiled for processors that not every machine has; so nothing here may be
-// instantiated for plain doubles there, lest the program's only copy of it be one that a processor
-// does not know.
+// vector. This is also compiled for processors that not every machine has; so there nothing may be
+// instantiated for plain doubles, lest the program's only copy of it be one that a processor does
+// not know.
 
 #include <cstddef>
 

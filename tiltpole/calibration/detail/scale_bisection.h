@@ -14,7 +14,8 @@ struct Bracket {
   double Middle() const { return (lower + upper) / 2; }
 };
 
-/// How far the coefficient C of a fit may be from 0.5, that of a circle.
+/// The closeness at which the searches stop: of the coefficient C of a fit to 0.5, that of a
+/// circle, and of the moves of a cross term, counts per count, to none.
 inline constexpr double kTolerance = 1e-10;
 
 /// The bracket that the fit of the unscaled readings points to. A coefficient that is not a number
