@@ -129,8 +129,9 @@ TEST(RotationCenterXZ, OfNullEntriesOnlySucceedsAndLeavesTheCentre) {
   records.AddNull();
   records.AddNull();
   ScreeningXZ screening;
+  screening.m_CenterPar = XZ::Center(1.0, 2.0, 3.0, 4.0);
   EXPECT_EQ(screening.Calculate_CenterPar(records.Array()), 1);
-  ExpectSameCenter(screening.GetCenterPar(), PoseSensorCenterParameter());
+  ExpectSameCenter(screening.GetCenterPar(), XZ::Center(1.0, 2.0, 3.0, 4.0));
 }
 
 TEST(RotationCenterXY, OfAnEmptyArrayFails) {
