@@ -1,9 +1,13 @@
+#include <cmath>
+#include <cstdint>
 #include <limits>
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
 
 #include "calibration/matrices.h"
+#include "calibration/random_session.h"
 #include "support/message_capture.h"
 #include "tiltpole/calibration/CInclineSensor_MagneticAdjust.h"
 #include "tiltpole/calibration/detail/sweep_thinning.h"
@@ -15,11 +19,13 @@ using tiltpole::CInclineSensor_MagneticAdjust;
 using tiltpole::CSZMatrix;
 using tiltpole::detail::ThinSweep;
 
-std::vector<double> FirstColumn(const CSZMatrix& matrix) {
+std::vector<double> ColumnOf(const CSZMatrix& matrix, unsigned int j) {
   std::vector<double> column;
-  for (unsigned int i = 0; i < matrix.GetRow(); ++i) column.push_back(matrix.GetData(i, 0));
+  for (unsigned int i = 0; i < matrix.GetRow(); ++i) column.push_back(matrix.GetData(i, j));
   return column;
 }
+
+std::vector<double> FirstColumn(const CSZMatrix& matrix) { return ColumnOf(matrix, 0); }
 
 TEST(SweepThinning, KeepsStepsOfThreeDegreesAcrossTheJumpFrom359To1) {
   const CSZMatrix kept = ThinSweep(Rows({{350}, {352}, {355}, {359}, {1}, {5}, {9}}));
@@ -49,10 +55,16 @@ TEST(SweepThinning, StepsAgainstTheDirectionOfTheLegAreSkipped) {
   EXPECT_EQ(FirstColumn(kept), (std::vector<double>{10, 20, 24, 12, 1, 5, 9}));
 }
 
-TEST(SweepThinning, TheFirstOfEqualExtremesCutsTheLegs) {
+TEST(SweepThinning, TheFirstOfEqualMaximaCutsTheLegs) {
   // With the second 30 as the cut, the 20 between them would be skipped.
   const CSZMatrix kept = ThinSweep(Rows({{10}, {30}, {20}, {30}, {1}, {25}}));
   EXPECT_EQ(FirstColumn(kept), (std::vector<double>{10, 30, 20, 1, 25}));
+}
+
+TEST(SweepThinning, TheFirstOfEqualMinimaCutsTheLegs) {
+  // With the second 1 as the cut, the 20 between them would be skipped and the 5 kept.
+  const CSZMatrix kept = ThinSweep(Rows({{10}, {30}, {1}, {20}, {1}, {5}}));
+  EXPECT_EQ(FirstColumn(kept), (std::vector<double>{10, 30, 1, 20}));
 }
 
 TEST(SweepThinning, AConstantColumnLeavesOnlyTheFirstRow) {
@@ -98,27 +110,39 @@ TEST(DataFilter, NeverChangesRowZeroNorTheColumnsBeyondTheSixth) {
 }
 
 // The same filter written for one column: a random walk of variance 16, measured with variance 16.
-TEST(DataFilter, SmoothesEachColumnLikeAScalarFilter) {
-  CSZMatrix M = Rows({{10, 0, 0, 0, 0, -3},
-                      {20, 0, 0, 0, 0, 5},
-                      {12, 0, 0, 0, 0, 8},
-                      {30, 0, 0, 0, 0, 8},
-                      {31, 0, 0, 0, 0, -2}});
-  const double first[] = {10, 20, 12, 30, 31};
-  const double sixth[] = {-3, 5, 8, 8, -2};
-  CInclineSensor_MagneticAdjust().DataFilter(M);
-  double x = first[0];
-  double y = sixth[0];
+// Every step is rounded as on matrices, where all that is not on a diagonal is zero.
+std::vector<double> SmoothedPlainly(const std::vector<double>& readings) {
+  std::vector<double> smoothed = readings;
+  double x = readings[0];
   double P = 25.0;
-  for (unsigned int i = 1; i < 5; ++i) {
+  for (std::size_t i = 1; i < readings.size(); ++i) {
     const double predicted = P + 16.0;
-    const double gain = predicted / (predicted + 16.0);
-    x += gain * (first[i] - x);
-    y += gain * (sixth[i] - y);
-    P = (1 - gain) * predicted;
-    EXPECT_NEAR(M.GetData(i, 0), x, 1e-12);
-    EXPECT_NEAR(M.GetData(i, 5), y, 1e-12);
+    const double gain = predicted * (1.0 / (predicted + 16.0));
+    P = (1.0 - gain) * predicted;
+    x = x + gain * (readings[i] - x);
+    smoothed[i] = x;
   }
+  return smoothed;
+}
+
+RC_GTEST_PROP(DataFilter, SmoothesEachColumnLikeAScalarFilterToTheLastBit, ()) {
+  Random random(*rc::gen::arbitrary<std::uint32_t>());
+  CSZMatrix M(static_cast<unsigned int>(random.Whole(1, 40)), 6);
+  const double scale = std::pow(10.0, random.Between(-6, 6));
+  for (unsigned int i = 0; i < M.GetRow(); ++i) {
+    for (unsigned int j = 0; j < 6; ++j) M.SetData(i, j, scale * random.Between(-1, 1));
+  }
+  std::vector<std::vector<double>> expected;
+  for (unsigned int j = 0; j < 6; ++j) expected.push_back(SmoothedPlainly(ColumnOf(M, j)));
+  CInclineSensor_MagneticAdjust().DataFilter(M);
+  for (unsigned int j = 0; j < 6; ++j) RC_ASSERT(ColumnOf(M, j) == expected[j]);
+}
+
+TEST(DataFilter, TheFirstStepTakes41PartsIn57OfTheChange) {
+  CSZMatrix M = Rows({{10, 0, -57, 1, 0, 570}, {67, 57, 0, 1, -57, 0}});
+  CInclineSensor_MagneticAdjust().DataFilter(M);
+  const double expected[] = {51, 41, -16, 1, -41, 160};
+  for (unsigned int j = 0; j < 6; ++j) EXPECT_NEAR(M.GetData(1, j), expected[j], 1e-12);
 }
 
 TEST(DataFilter, StartsAfreshAtEveryCall) {

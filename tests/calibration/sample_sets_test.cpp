@@ -1,5 +1,8 @@
+#include <type_traits>
+
 #include <gtest/gtest.h>
 
+#include "support/allocations.h"
 #include "tiltpole/calibration/CInclineSensor_MagneticAdjust.h"
 
 namespace {
@@ -86,6 +89,23 @@ TEST(CalibrationSamples, TheTwoSetsAreApartAndClearedApart) {
   EXPECT_EQ(adjust.Vertical_Get(0, out), 1);
   adjust.Vertical_Clear();
   EXPECT_EQ(adjust.Vertical_Get(0, out), 0);
+}
+
+TEST(CalibrationSamples, AClearedSetFreesItsStorage) {
+#if defined(_WIN32) && !defined(TILTPOLE_STATIC_DEFINE)
+  GTEST_SKIP() << "a DLL keeps its own allocator, which a test cannot count";
+#endif
+  CInclineSensor_MagneticAdjust adjust;
+  const PoseSensorData sample;
+  const long empty = tiltpole_test::LivingAllocations();
+  adjust.Horizontal_Add(&sample);
+  EXPECT_GT(tiltpole_test::LivingAllocations(), empty);
+  adjust.Horizontal_Clear();
+  EXPECT_EQ(tiltpole_test::LivingAllocations(), empty);
+  adjust.Vertical_Add(&sample);
+  EXPECT_GT(tiltpole_test::LivingAllocations(), empty);
+  adjust.Vertical_Clear();
+  EXPECT_EQ(tiltpole_test::LivingAllocations(), empty);
 }
 
 }  // namespace

@@ -1,7 +1,9 @@
 // What is left when storage cannot be obtained.
 
 #include <cstdlib>
+#include <functional>
 #include <new>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -203,33 +205,41 @@ TEST_F(FailingAllocation, AnInverseOfAMatrixThatIsNotSquareHasItsSizeAndZerosAls
   EXPECT_EQ(none.m_bOK, 0);
 }
 
-TEST_F(FailingAllocation, EachAllocationOfEachOperationMayFail) {
+TEST_F(FailingAllocation, AnOperationOfWhichAnyAllocationFailsGivesItsResultOrNoStorage) {
   const CSZMatrix a = MatrixOf({{4, 1, 0}, {1, 4, 1}, {0, 1, 4}});
-  const CSZMatrix large(40, 40);
+  CSZMatrix large(40, 40);
+  large.Diagonal(2.0);
   int ok = 7;
-  for (int allocations = 0; allocations < 3; ++allocations) {
-    FailAfter(allocations);
-    static_cast<void>(a + a);
-    FailAfter(allocations);
-    static_cast<void>(a - 1.0);
-    FailAfter(allocations);
-    static_cast<void>(a * 2.0);
-    FailAfter(allocations);
-    static_cast<void>(a * a);
-    FailAfter(allocations);
-    static_cast<void>(a.Slice(0, 0, 1, 1));
-    FailAfter(allocations);
-    static_cast<void>(a.MatInv());
-    FailAfter(allocations);
-    static_cast<void>(large.MatInv());
-    FailAfter(allocations);
-    static_cast<void>(a.Reverse());
-    FailAfter(allocations);
-    static_cast<void>(a.MatTran());
-    FailAfter(allocations);
-    static_cast<void>(a.matChole(&ok));
+  const std::pair<const char*, std::function<CSZMatrix()>> operations[] = {
+      {"sum", [&] { return a + a; }},
+      {"difference", [&] { return a - a; }},
+      {"sum with a number", [&] { return a + 1.0; }},
+      {"difference from a number", [&] { return a - 1.0; }},
+      {"multiple", [&] { return a * 2.0; }},
+      {"product", [&] { return a * a; }},
+      {"slice", [&] { return a.Slice(0, 0, 1, 1); }},
+      {"inverse", [&] { return a.MatInv(); }},
+      {"large inverse", [&] { return large.MatInv(); }},
+      {"inverse through the Cholesky factor", [&] { return a.Reverse(); }},
+      {"transpose", [&] { return a.MatTran(); }},
+      {"Cholesky factor", [&] { return a.matChole(&ok); }}};
+  for (const auto& [name, operation] : operations) {
+    const CSZMatrix expected = operation();
+    ASSERT_NE(expected.m_pData, nullptr) << name;
+    for (int allocations = 0; allocations < 3; ++allocations) {
+      FailAfter(allocations);
+      const CSZMatrix result = operation();
+      const bool failed = allocations_left == 0;
+      FailAfter(-1);
+      if (result.m_pData == nullptr) {
+        EXPECT_TRUE(failed) << name << " after " << allocations;
+        EXPECT_EQ(result.m_bOK, 0) << name << " after " << allocations;
+      } else {
+        EXPECT_GT(allocations, 0) << name;
+        EXPECT_TRUE(SameElements(result, expected)) << name << " after " << allocations;
+      }
+    }
   }
-  FailAfter(-1);
   EXPECT_TRUE(SameElements(a, MatrixOf({{4, 1, 0}, {1, 4, 1}, {0, 1, 4}})));
 }
 

@@ -73,7 +73,7 @@ TEST(MatrixConstruction, DeclaresTheElementsThenTheCountsTheCursorsAndTheStatus)
       tiltpole_test::StandInThisOrder(&m.m_pData, &m.m_nRow, &m.m_nCol, &m.m_i, &m.m_j, &m.m_bOK));
 }
 
-TEST(MatrixConstruction, OnlyTheDestructorIsVirtual) {
+TEST(MatrixConstruction, TheDestructorIsVirtual) {
   EXPECT_TRUE(std::has_virtual_destructor_v<CSZMatrix>);
 }
 

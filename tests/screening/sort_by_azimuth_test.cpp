@@ -130,7 +130,17 @@ TYPED_TEST(RotationSort, SortsAscendingAndMarksTheRepeat) {
   EXPECT_EQ(Flags(*this->records.Array()), (Order{1, 0, 1, 1}));
 }
 
-TYPED_TEST(RotationSort, IgnoresANullArray) { this->screening.Sort_ByAzimuth(nullptr); }
+TYPED_TEST(RotationSort, IgnoresANullArray) {
+  auto* later = new PoseSensorData();
+  auto* earlier = new PoseSensorData();
+  this->screening.Add(later);
+  this->screening.Add(earlier);
+  later->Azimuth = 20.0;
+  earlier->Azimuth = 10.0;
+  this->screening.Sort_ByAzimuth(nullptr);
+  EXPECT_EQ(this->screening.m_arrRecord.GetAt(0), later);
+  EXPECT_EQ(this->screening.m_arrRecord.GetAt(1), earlier);
+}
 
 TYPED_TEST(RotationSort, TakesAnEmptyArray) { EXPECT_EQ(this->OrderOf({}), Order{}); }
 
