@@ -1,6 +1,8 @@
 // The iterative fit of one magnetometer's correction.
 
+#include <cmath>
 #include <limits>
+#include <vector>
 
 #include <gtest/gtest.h>
 

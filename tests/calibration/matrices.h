@@ -1,23 +1,9 @@
 #pragma once
 
-#include <initializer_list>
-
+#include "support/rows.h"
 #include "tiltpole/matrix/CSZMatrix.h"
 
 namespace tiltpole_test {
-
-/// A matrix from its rows, which must be of one length.
-inline tiltpole::CSZMatrix Rows(std::initializer_list<std::initializer_list<double>> rows) {
-  const auto columns = static_cast<unsigned int>(rows.begin()->size());
-  tiltpole::CSZMatrix matrix(static_cast<unsigned int>(rows.size()), columns);
-  unsigned int i = 0;
-  for (const auto& row : rows) {
-    unsigned int j = 0;
-    for (const double value : row) matrix.SetData(i, j++, value);
-    ++i;
-  }
-  return matrix;
-}
 
 /// Twelve points of whole numbers on the circle of radius 25 about (u, w), on columns @p first and
 /// @p second; the third column is @p level. Its sums are exact.

@@ -89,7 +89,6 @@ TEST(FitsSideBySide, AreSolvedTogetherOnlyWhereAllLanesTakeTheSamePivots) {
   }
 }
 
-#ifdef __GNUC__
 // The first of two systems has its largest element in the second place, the second in both places:
 // alone it would take the first.
 TEST(FitsSideBySide, ATieThatOneLaneBreaksEarlierKeepsThemApart) {
@@ -101,7 +100,6 @@ TEST(FitsSideBySide, ATieThatOneLaneBreaksEarlierKeepsThemApart) {
       {{Lanes{1, 3}, Lanes{0, 1}}, {Lanes{0, 1}, Lanes{4, 4}}}};
   EXPECT_TRUE((tiltpole::detail::NormalInverse<2, Lanes>(alike).IsRegular()));
 }
-#endif
 
 // Every step done, as if nothing were known of recurrences.
 template <std::size_t N, class SlopesFor>

@@ -10,6 +10,7 @@
 
 #include "support/literal_matrix.h"
 #include "support/message_capture.h"
+#include "support/rows.h"
 
 namespace {
 
@@ -18,8 +19,8 @@ using tiltpole::CSZMatrix;
 using tiltpole_test::ExclamationMessage;
 using tiltpole_test::LiteralMatrix;
 using tiltpole_test::Matrix;
-using tiltpole_test::MatrixOf;
 using tiltpole_test::MessageCapture;
+using tiltpole_test::Rows;
 using tiltpole_test::SameElements;
 
 CSZMatrix Identity(unsigned order) {
@@ -28,7 +29,7 @@ CSZMatrix Identity(unsigned order) {
   return identity;
 }
 
-CSZMatrix Scalar(double value) { return MatrixOf({{value}}); }
+CSZMatrix Scalar(double value) { return Rows({{value}}); }
 
 // One number that wanders; process and measurement variance 16, initial variance 25.
 CKFilter RandomWalk(double z0) {
@@ -44,8 +45,8 @@ CKFilter RandomWalk(double z0) {
 CKFilter ConstantSpeed() {
   CKFilter filter;
   filter.SetMatrixOrder(2, 2);
-  filter.SetSystemMatrix(MatrixOf({{1, 1}, {0, 1}}), CSZMatrix(2, 2), Identity(2),
-                         MatrixOf({{1, 0}, {1, 0}}), CSZMatrix(2, 2));
+  filter.SetSystemMatrix(Rows({{1, 1}, {0, 1}}), CSZMatrix(2, 2), Identity(2),
+                         Rows({{1, 0}, {1, 0}}), CSZMatrix(2, 2));
   filter.SetNoise(Identity(2), CSZMatrix(2, 2));
   filter.SetInitialData(CSZMatrix(2), Identity(2) * 100.0);
   return filter;
@@ -172,7 +173,7 @@ TEST(KalmanFilter, FindsTheSpeedFromThePositions) {
   CKFilter filter = ConstantSpeed();
   CSZMatrix x;
   for (int time = 1; time <= 50; ++time) {
-    x = filter.Filter(MatrixOf({{3.0 * time + 7.0}, {3.0 * time + 7.0}}), CSZMatrix(2), 0);
+    x = filter.Filter(Rows({{3.0 * time + 7.0}, {3.0 * time + 7.0}}), CSZMatrix(2), 0);
   }
   EXPECT_NEAR(x.GetData(0), 157.0, 0.01);
   EXPECT_NEAR(x.GetData(1), 3.0, 0.001);
@@ -217,9 +218,9 @@ TEST(KalmanFilter, AMeasurementOfAnotherSizeComesBackWithAMessageAndChangesNothi
   CKFilter filter = RandomWalk(10.0);
   CKFilter untouched = RandomWalk(10.0);
   const MessageCapture messages;
-  const CSZMatrix z = MatrixOf({{1}, {2}});
+  const CSZMatrix z = Rows({{1}, {2}});
   EXPECT_TRUE(SameElements(filter.Filter(z, Scalar(0), 0), z));
-  EXPECT_TRUE(SameElements(filter.Filter(MatrixOf({{1, 2}}), Scalar(0), 0), MatrixOf({{1, 2}})));
+  EXPECT_TRUE(SameElements(filter.Filter(Rows({{1, 2}}), Scalar(0), 0), Rows({{1, 2}})));
   ASSERT_EQ(messages.shown.size(), 2U);
   EXPECT_EQ(messages.shown[0], ExclamationMessage(L"Filter Failure!"));
   EXPECT_EQ(messages.shown[1], ExclamationMessage(L"Filter Failure!"));

@@ -13,6 +13,7 @@
 #include "faults/allocation_fixture.h"
 #include "support/allocations.h"
 #include "support/literal_matrix.h"
+#include "support/rows.h"
 #include "support/temporary_folder.h"
 #include "tiltpole/tiltpole.h"
 
@@ -22,8 +23,8 @@ using namespace tiltpole;
 using tiltpole_test::Allocations;
 using tiltpole_test::Ended;
 using tiltpole_test::FailEachAllocation;
-using tiltpole_test::MatrixOf;
 using tiltpole_test::ReadBytes;
+using tiltpole_test::Rows;
 using tiltpole_test::RunWithFailure;
 using tiltpole_test::SameElements;
 using tiltpole_test::TemporaryFolder;
@@ -185,7 +186,7 @@ TEST_F(Allocations, AStepOfAFilterGivesItsEstimateOrNone) {
 // --- text
 
 TEST_F(Allocations, AMatrixThatCannotBePrintedStays) {
-  const CSZMatrix matrix = MatrixOf({{1, -2.5, 3}, {4, 5e6, -6}});
+  const CSZMatrix matrix = Rows({{1, -2.5, 3}, {4, 5e6, -6}});
   const CSZMatrix same = matrix;
   const long failures = FailEachAllocation([&](long after) {
     const Ended ended = RunWithFailure(after, [&] { static_cast<void>(matrix.Output()); });

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "support/literal_matrix.h"
+#include "support/rows.h"
 #include "tiltpole/matrix/CSZMatrix.h"
 
 namespace {
@@ -31,7 +32,7 @@ void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
 namespace {
 
 using tiltpole::CSZMatrix;
-using tiltpole_test::MatrixOf;
+using tiltpole_test::Rows;
 using tiltpole_test::SameElements;
 
 class FailingAllocation : public testing::Test {
@@ -68,7 +69,7 @@ TEST(MatrixOverflow, ACountWhoseBytesDoNotFitFailsInsteadOfWrapping) {
 }
 
 TEST(MatrixOverflow, AllocReturnsOneAndTellsItByTheStatus) {
-  CSZMatrix matrix = MatrixOf({{1, 2}, {3, 4}});
+  CSZMatrix matrix = Rows({{1, 2}, {3, 4}});
   EXPECT_EQ(matrix.Alloc(1U << 31U, 1U << 30U), 1);
   EXPECT_EQ(matrix.m_bOK, 0);
   EXPECT_EQ(matrix.m_pData, nullptr);
@@ -86,7 +87,7 @@ TEST(MatrixOverflow, AMatrixWithoutStorageTakesNoWritesAndCanBeReused) {
 }
 
 TEST(MatrixOverflow, ABlockBeyondEveryMemoryHasNoStorage) {
-  const CSZMatrix matrix = MatrixOf({{1, 2}, {3, 4}});
+  const CSZMatrix matrix = Rows({{1, 2}, {3, 4}});
   const CSZMatrix block = matrix.Slice(-2147483647 - 1, -2147483647 - 1, 2147483647, 2147483647);
   EXPECT_EQ(block.m_pData, nullptr);
   EXPECT_EQ(block.m_bOK, 0);
@@ -105,7 +106,7 @@ TEST_F(FailingAllocation, AConstructorTellsItByTheStatus) {
 }
 
 TEST_F(FailingAllocation, ACopyTellsItByTheStatus) {
-  const CSZMatrix original = MatrixOf({{1, 2}, {3, 4}});
+  const CSZMatrix original = Rows({{1, 2}, {3, 4}});
   FailAfter(0);
   const CSZMatrix copy(original);  // NOLINT(performance-unnecessary-copy-initialization)
   EXPECT_EQ(copy.m_pData, nullptr);
@@ -124,7 +125,7 @@ TEST_F(FailingAllocation, AnAllocStillReturnsOne) {
 
 TEST_F(FailingAllocation, AnAssignmentReturnsZeroAndLeavesTheStatus) {
   CSZMatrix target(3, 3);
-  const CSZMatrix source = MatrixOf({{1, 2}, {3, 4}});
+  const CSZMatrix source = Rows({{1, 2}, {3, 4}});
   FailAfter(0);
   EXPECT_EQ((target = source), 0);
   EXPECT_EQ(target.m_pData, nullptr);
@@ -134,14 +135,14 @@ TEST_F(FailingAllocation, AnAssignmentReturnsZeroAndLeavesTheStatus) {
 
 TEST_F(FailingAllocation, AnAssignmentTriesAgainToObtainTheStorage) {
   CSZMatrix target = WithoutStorage(2, 2);
-  const CSZMatrix source = MatrixOf({{1, 2}, {3, 4}});
+  const CSZMatrix source = Rows({{1, 2}, {3, 4}});
   EXPECT_EQ((target = source), 1);
   EXPECT_TRUE(SameElements(target, source));
 }
 
 TEST_F(FailingAllocation, AnAssignmentBetweenEqualSizesNeedsNone) {
   CSZMatrix target(2, 2);
-  const CSZMatrix source = MatrixOf({{1, 2}, {3, 4}});
+  const CSZMatrix source = Rows({{1, 2}, {3, 4}});
   FailAfter(0);
   EXPECT_EQ((target = source), 1);
   EXPECT_TRUE(SameElements(target, source));
@@ -159,7 +160,7 @@ TEST_F(FailingAllocation, AMatrixWithoutStorageIsAssignedAsAFailure) {
 
 TEST_F(FailingAllocation, EveryOperationOnAMatrixWithoutStorageComesBack) {
   CSZMatrix none = WithoutStorage(3, 3);
-  const CSZMatrix full = MatrixOf({{4, 1, 0}, {1, 4, 1}, {0, 1, 4}});
+  const CSZMatrix full = Rows({{4, 1, 0}, {1, 4, 1}, {0, 1, 4}});
   int ok = 7;
   none = 1.0;
   EXPECT_EQ(none.Zeros(), 1);
@@ -185,7 +186,7 @@ TEST_F(FailingAllocation, EveryOperationOnAMatrixWithoutStorageComesBack) {
 
 TEST_F(FailingAllocation, WhatIsComputedFromAMatrixWithoutStorageHasNoneAndTellsItByTheStatus) {
   const CSZMatrix none = WithoutStorage(2, 2);
-  const CSZMatrix full = MatrixOf({{4, 1}, {1, 4}});
+  const CSZMatrix full = Rows({{4, 1}, {1, 4}});
   int ok = 0;
   for (const CSZMatrix& result :
        {full + none, full - none, none * full, full * none, none.T(), none.Slice(0, 0, 1, 1),
@@ -199,14 +200,14 @@ TEST_F(FailingAllocation, AnInverseOfAMatrixThatIsNotSquareHasItsSizeAndZerosAls
   const CSZMatrix none = WithoutStorage(2, 3);
   for (const CSZMatrix& result : {none.MatInv(), ~none, none.Reverse()}) {
     ASSERT_NE(result.m_pData, nullptr);
-    EXPECT_TRUE(SameElements(result, MatrixOf({{0, 0, 0}, {0, 0, 0}})));
+    EXPECT_TRUE(SameElements(result, Rows({{0, 0, 0}, {0, 0, 0}})));
     EXPECT_EQ(result.m_bOK, 1);
   }
   EXPECT_EQ(none.m_bOK, 0);
 }
 
 TEST_F(FailingAllocation, AnOperationOfWhichAnyAllocationFailsGivesItsResultOrNoStorage) {
-  const CSZMatrix a = MatrixOf({{4, 1, 0}, {1, 4, 1}, {0, 1, 4}});
+  const CSZMatrix a = Rows({{4, 1, 0}, {1, 4, 1}, {0, 1, 4}});
   CSZMatrix large(40, 40);
   large.Diagonal(2.0);
   int ok = 7;
@@ -240,7 +241,7 @@ TEST_F(FailingAllocation, AnOperationOfWhichAnyAllocationFailsGivesItsResultOrNo
       }
     }
   }
-  EXPECT_TRUE(SameElements(a, MatrixOf({{4, 1, 0}, {1, 4, 1}, {0, 1, 4}})));
+  EXPECT_TRUE(SameElements(a, Rows({{4, 1, 0}, {1, 4, 1}, {0, 1, 4}})));
 }
 
 TEST_F(FailingAllocation, AnInverseWithoutRoomForItsPivotsIsEmpty) {

@@ -5,20 +5,21 @@
 #include <gtest/gtest.h>
 
 #include "support/literal_matrix.h"
+#include "support/rows.h"
 #include "tiltpole/matrix/CSZMatrix.h"
 
 namespace {
 
 using tiltpole::CSZMatrix;
-using tiltpole_test::MatrixOf;
+using tiltpole_test::Rows;
 using tiltpole_test::SameElements;
 
 TEST(MatrixSum, AddsElementByElementAndSetsTheStatus) {
-  CSZMatrix a = MatrixOf({{1, 2, 3}, {4, 5, 6}});
-  const CSZMatrix b = MatrixOf({{10, 20, 30}, {40, 50, 60}});
+  CSZMatrix a = Rows({{1, 2, 3}, {4, 5, 6}});
+  const CSZMatrix b = Rows({{10, 20, 30}, {40, 50, 60}});
   a.m_bOK = 0;
   const CSZMatrix sum = a + b;
-  EXPECT_TRUE(SameElements(sum, MatrixOf({{11, 22, 33}, {44, 55, 66}})));
+  EXPECT_TRUE(SameElements(sum, Rows({{11, 22, 33}, {44, 55, 66}})));
   EXPECT_EQ(a.m_bOK, 1);
   EXPECT_EQ(sum.m_bOK, 1);
 }
@@ -39,7 +40,7 @@ TEST(MatrixSum, OfDifferentSizesIsACopyOfTheRightOperand) {
   CSZMatrix a(2, 2);
   a.m_i = 55;
   a.m_j = 66;
-  const CSZMatrix b = MatrixOf({{1, 2, 3}, {4, 5, 6}});
+  const CSZMatrix b = Rows({{1, 2, 3}, {4, 5, 6}});
   const CSZMatrix result = a + b;
   EXPECT_TRUE(SameElements(result, b));
   EXPECT_NE(result.m_pData, b.m_pData);
@@ -58,9 +59,9 @@ TEST(MatrixSum, EqualRowsAloneDoNotMakeEqualSizes) {
 }
 
 TEST(MatrixSum, OfAMatrixWithItselfDoublesIt) {
-  const CSZMatrix a = MatrixOf({{1, 2}, {3, 4}});
-  EXPECT_TRUE(SameElements(a + a, MatrixOf({{2, 4}, {6, 8}})));
-  EXPECT_TRUE(SameElements(a, MatrixOf({{1, 2}, {3, 4}})));
+  const CSZMatrix a = Rows({{1, 2}, {3, 4}});
+  EXPECT_TRUE(SameElements(a + a, Rows({{2, 4}, {6, 8}})));
+  EXPECT_TRUE(SameElements(a, Rows({{1, 2}, {3, 4}})));
 }
 
 TEST(MatrixSum, OfTwoEmptyMatricesSucceeds) {
@@ -72,10 +73,10 @@ TEST(MatrixSum, OfTwoEmptyMatricesSucceeds) {
 }
 
 TEST(MatrixDifference, SubtractsElementByElementAndSetsTheStatus) {
-  CSZMatrix a = MatrixOf({{11, 22}, {33, 44}});
+  CSZMatrix a = Rows({{11, 22}, {33, 44}});
   a.m_bOK = 0;
-  const CSZMatrix difference = a - MatrixOf({{1, 2}, {3, 4}});
-  EXPECT_TRUE(SameElements(difference, MatrixOf({{10, 20}, {30, 40}})));
+  const CSZMatrix difference = a - Rows({{1, 2}, {3, 4}});
+  EXPECT_TRUE(SameElements(difference, Rows({{10, 20}, {30, 40}})));
   EXPECT_EQ(a.m_bOK, 1);
   EXPECT_EQ(a.m_i, 2U);
   EXPECT_EQ(a.m_j, 2U);
@@ -83,37 +84,37 @@ TEST(MatrixDifference, SubtractsElementByElementAndSetsTheStatus) {
 
 TEST(MatrixDifference, OfDifferentSizesIsACopyOfTheRightOperand) {
   const CSZMatrix a(2, 2);
-  const CSZMatrix b = MatrixOf({{1, 2, 3}});
+  const CSZMatrix b = Rows({{1, 2, 3}});
   EXPECT_TRUE(SameElements(a - b, b));
   EXPECT_EQ(a.m_bOK, 0);
 }
 
 TEST(MatrixDifference, OfAMatrixFromItselfIsZero) {
-  const CSZMatrix a = MatrixOf({{1, 2}, {3, 4}});
+  const CSZMatrix a = Rows({{1, 2}, {3, 4}});
   EXPECT_TRUE(SameElements(a - a, CSZMatrix(2, 2)));
 }
 
 TEST(MatrixProduct, MultipliesRowsByColumns) {
-  const CSZMatrix product = MatrixOf({{1, 2}, {3, 4}}) * MatrixOf({{5, 6}, {7, 8}});
-  EXPECT_TRUE(SameElements(product, MatrixOf({{19, 22}, {43, 50}})));
+  const CSZMatrix product = Rows({{1, 2}, {3, 4}}) * Rows({{5, 6}, {7, 8}});
+  EXPECT_TRUE(SameElements(product, Rows({{19, 22}, {43, 50}})));
 }
 
 TEST(MatrixProduct, HasTheRowsOfTheLeftAndTheColumnsOfTheRight) {
-  const CSZMatrix product = MatrixOf({{1, 2, 3}}) * MatrixOf({{1, 2}, {3, 4}, {5, 6}});
-  EXPECT_TRUE(SameElements(product, MatrixOf({{22, 28}})));
+  const CSZMatrix product = Rows({{1, 2, 3}}) * Rows({{1, 2}, {3, 4}, {5, 6}});
+  EXPECT_TRUE(SameElements(product, Rows({{22, 28}})));
 }
 
 TEST(MatrixProduct, LeavesTheStatusAtZeroAlsoWhenItSucceeds) {
-  const CSZMatrix a = MatrixOf({{1, 2}, {3, 4}});
+  const CSZMatrix a = Rows({{1, 2}, {3, 4}});
   ASSERT_EQ(a.m_bOK, 1);
-  const CSZMatrix product = a * MatrixOf({{5, 6}, {7, 8}});
+  const CSZMatrix product = a * Rows({{5, 6}, {7, 8}});
   EXPECT_EQ(a.m_bOK, 0);
   EXPECT_EQ(product.m_bOK, 1);
 }
 
 TEST(MatrixProduct, OfSizesThatDoNotMatchIsACopyOfTheRightOperand) {
   const CSZMatrix a(2, 2);
-  const CSZMatrix b = MatrixOf({{1, 2}, {3, 4}, {5, 6}});
+  const CSZMatrix b = Rows({{1, 2}, {3, 4}, {5, 6}});
   EXPECT_TRUE(SameElements(a * b, b));
   EXPECT_EQ(a.m_bOK, 0);
 }
@@ -139,39 +140,39 @@ TEST(MatrixProduct, OverNoColumnsIsAMatrixOfZeros) {
 
 TEST(MatrixProduct, AddsTheTermsInTheOrderOfTheLeftColumns) {
   // 1 + 1e17 - 1e17 is 0 in this order and 1 in others.
-  const CSZMatrix product = MatrixOf({{1, 1e17, -1e17}}) * MatrixOf({{1}, {1}, {1}});
+  const CSZMatrix product = Rows({{1, 1e17, -1e17}}) * Rows({{1}, {1}, {1}});
   EXPECT_EQ(product.GetData(0, 0), 0.0);
 }
 
 TEST(MatrixProduct, ASumOfNegativeZerosIsZeroSinceItStartsAtZero) {
-  const CSZMatrix product = MatrixOf({{-0.0}}) * MatrixOf({{1.0}});
+  const CSZMatrix product = Rows({{-0.0}}) * Rows({{1.0}});
   EXPECT_FALSE(std::signbit(product.GetData(0, 0)));
 }
 
 TEST(MatrixProduct, MayBeAssignedToOneOfItsOperands) {
-  CSZMatrix a = MatrixOf({{1, 2}, {3, 4}});
+  CSZMatrix a = Rows({{1, 2}, {3, 4}});
   a = a * a;
-  EXPECT_TRUE(SameElements(a, MatrixOf({{7, 10}, {15, 22}})));
+  EXPECT_TRUE(SameElements(a, Rows({{7, 10}, {15, 22}})));
 }
 
 TEST(MatrixProduct, WithASingularInverseIsAMismatchLikeAnyOther) {
-  const CSZMatrix inverse = MatrixOf({{1, 2}, {2, 4}}).MatInv();
-  const CSZMatrix b = MatrixOf({{1}, {2}});
+  const CSZMatrix inverse = Rows({{1, 2}, {2, 4}}).MatInv();
+  const CSZMatrix b = Rows({{1}, {2}});
   EXPECT_TRUE(SameElements(inverse * b, b));
 }
 
 TEST(MatrixWithNumber, AddsSubtractsAndMultipliesEveryElementAndSetsTheStatus) {
-  CSZMatrix a = MatrixOf({{1, 2, 3}, {4, 5, 6}});
+  CSZMatrix a = Rows({{1, 2, 3}, {4, 5, 6}});
   a.m_bOK = 0;
-  EXPECT_TRUE(SameElements(a + 10.0, MatrixOf({{11, 12, 13}, {14, 15, 16}})));
+  EXPECT_TRUE(SameElements(a + 10.0, Rows({{11, 12, 13}, {14, 15, 16}})));
   EXPECT_EQ(a.m_bOK, 1);
   a.m_bOK = 0;
-  EXPECT_TRUE(SameElements(a - 1.0, MatrixOf({{0, 1, 2}, {3, 4, 5}})));
+  EXPECT_TRUE(SameElements(a - 1.0, Rows({{0, 1, 2}, {3, 4, 5}})));
   EXPECT_EQ(a.m_bOK, 1);
   a.m_bOK = 0;
-  EXPECT_TRUE(SameElements(a * 2.0, MatrixOf({{2, 4, 6}, {8, 10, 12}})));
+  EXPECT_TRUE(SameElements(a * 2.0, Rows({{2, 4, 6}, {8, 10, 12}})));
   EXPECT_EQ(a.m_bOK, 1);
-  EXPECT_TRUE(SameElements(a, MatrixOf({{1, 2, 3}, {4, 5, 6}})));
+  EXPECT_TRUE(SameElements(a, Rows({{1, 2, 3}, {4, 5, 6}})));
 }
 
 TEST(MatrixWithNumber, WalksWithItsOwnCursors) {
@@ -190,15 +191,15 @@ TEST(MatrixWithNumber, WalksWithItsOwnCursors) {
 }
 
 TEST(MatrixInPlace, AddsAndSubtractsAMatrixWithoutTouchingTheStatus) {
-  CSZMatrix a = MatrixOf({{1, 2}, {3, 4}});
-  const CSZMatrix b = MatrixOf({{10, 20}, {30, 40}});
+  CSZMatrix a = Rows({{1, 2}, {3, 4}});
+  const CSZMatrix b = Rows({{10, 20}, {30, 40}});
   a.m_bOK = 0;
   EXPECT_EQ(a += b, 1);
-  EXPECT_TRUE(SameElements(a, MatrixOf({{11, 22}, {33, 44}})));
+  EXPECT_TRUE(SameElements(a, Rows({{11, 22}, {33, 44}})));
   EXPECT_EQ(a.m_bOK, 0);
   a.m_bOK = 5;
   EXPECT_EQ(a -= b, 1);
-  EXPECT_TRUE(SameElements(a, MatrixOf({{1, 2}, {3, 4}})));
+  EXPECT_TRUE(SameElements(a, Rows({{1, 2}, {3, 4}})));
   EXPECT_EQ(a.m_bOK, 5);
   EXPECT_EQ(a.m_i, 2U);
   EXPECT_EQ(a.m_j, 2U);
@@ -206,34 +207,34 @@ TEST(MatrixInPlace, AddsAndSubtractsAMatrixWithoutTouchingTheStatus) {
 }
 
 TEST(MatrixInPlace, DifferentSizesChangeNothing) {
-  CSZMatrix a = MatrixOf({{1, 2}, {3, 4}});
+  CSZMatrix a = Rows({{1, 2}, {3, 4}});
   a.m_i = 55;
   a.m_j = 66;
   const CSZMatrix b(2, 3);
   EXPECT_EQ(a += b, 0);
   EXPECT_EQ(a -= b, 0);
-  EXPECT_TRUE(SameElements(a, MatrixOf({{1, 2}, {3, 4}})));
+  EXPECT_TRUE(SameElements(a, Rows({{1, 2}, {3, 4}})));
   EXPECT_EQ(a.m_bOK, 1);
   EXPECT_EQ(a.m_i, 55U);
   EXPECT_EQ(a.m_j, 66U);
 }
 
 TEST(MatrixInPlace, AddsAndSubtractsANumberWithoutTouchingTheStatus) {
-  CSZMatrix a = MatrixOf({{1, 2}, {3, 4}});
+  CSZMatrix a = Rows({{1, 2}, {3, 4}});
   a.m_bOK = 0;
   EXPECT_EQ(a += 10.0, 1);
-  EXPECT_TRUE(SameElements(a, MatrixOf({{11, 12}, {13, 14}})));
+  EXPECT_TRUE(SameElements(a, Rows({{11, 12}, {13, 14}})));
   EXPECT_EQ(a -= 1.0, 1);
-  EXPECT_TRUE(SameElements(a, MatrixOf({{10, 11}, {12, 13}})));
+  EXPECT_TRUE(SameElements(a, Rows({{10, 11}, {12, 13}})));
   EXPECT_EQ(a.m_bOK, 0);
   EXPECT_EQ(a.m_i, 2U);
   EXPECT_EQ(a.m_j, 2U);
 }
 
 TEST(MatrixInPlace, TakesTheMatrixItselfAsOperand) {
-  CSZMatrix a = MatrixOf({{1, 2}, {3, 4}});
+  CSZMatrix a = Rows({{1, 2}, {3, 4}});
   EXPECT_EQ(a += a, 1);
-  EXPECT_TRUE(SameElements(a, MatrixOf({{2, 4}, {6, 8}})));
+  EXPECT_TRUE(SameElements(a, Rows({{2, 4}, {6, 8}})));
   EXPECT_EQ(a -= a, 1);
   EXPECT_TRUE(SameElements(a, CSZMatrix(2, 2)));
 }

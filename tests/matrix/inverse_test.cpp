@@ -8,19 +8,20 @@
 #include <gtest/gtest.h>
 
 #include "support/literal_matrix.h"
+#include "support/rows.h"
 #include "tiltpole/matrix/CSZMatrix.h"
 
 namespace {
 
 using tiltpole::CSZMatrix;
-using tiltpole_test::MatrixOf;
+using tiltpole_test::Rows;
 using tiltpole_test::SameElements;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 TEST(MatrixInverse, OfADiagonalMatrixHasTheReciprocals) {
-  const CSZMatrix inverse = MatrixOf({{2, 0}, {0, 4}}).MatInv();
+  const CSZMatrix inverse = Rows({{2, 0}, {0, 4}}).MatInv();
   ASSERT_EQ(inverse.GetRow(), 2U);
   EXPECT_EQ(inverse.GetData(0, 0), 0.5);
   EXPECT_EQ(inverse.GetData(0, 1), 0.0);
@@ -29,7 +30,7 @@ TEST(MatrixInverse, OfADiagonalMatrixHasTheReciprocals) {
 }
 
 TEST(MatrixInverse, ExchangesRowsAndColumnsWhereThePivotNeedsIt) {
-  const CSZMatrix inverse = MatrixOf({{0, 1}, {1, 0}}).MatInv();
+  const CSZMatrix inverse = Rows({{0, 1}, {1, 0}}).MatInv();
   EXPECT_EQ(inverse.GetData(0, 0), 0.0);
   EXPECT_EQ(inverse.GetData(0, 1), 1.0);
   EXPECT_EQ(inverse.GetData(1, 0), 1.0);
@@ -37,7 +38,7 @@ TEST(MatrixInverse, ExchangesRowsAndColumnsWhereThePivotNeedsIt) {
 }
 
 TEST(MatrixInverse, OfASingularMatrixIsEmpty) {
-  const CSZMatrix matrix = MatrixOf({{1, 2}, {2, 4}});
+  const CSZMatrix matrix = Rows({{1, 2}, {2, 4}});
   const CSZMatrix inverse = matrix.MatInv();
   EXPECT_EQ(inverse.m_pData, nullptr);
   EXPECT_EQ(inverse.GetRow(), 0U);
@@ -47,14 +48,14 @@ TEST(MatrixInverse, OfASingularMatrixIsEmpty) {
 }
 
 TEST(MatrixInverse, OfAMatrixThatIsNotSquareHasItsSizeAndIsNotFilled) {
-  const CSZMatrix matrix = MatrixOf({{1, 2, 3}, {4, 5, 6}});
+  const CSZMatrix matrix = Rows({{1, 2, 3}, {4, 5, 6}});
   EXPECT_TRUE(SameElements(matrix.MatInv(), CSZMatrix(2, 3)));
   EXPECT_EQ(matrix.m_bOK, 0);
   EXPECT_TRUE(SameElements(~matrix, CSZMatrix(2, 3)));
 }
 
 TEST(MatrixInverse, LeavesTheStatusAtZeroAlsoWhenItSucceeds) {
-  const CSZMatrix matrix = MatrixOf({{2, 0}, {0, 4}});
+  const CSZMatrix matrix = Rows({{2, 0}, {0, 4}});
   ASSERT_EQ(matrix.m_bOK, 1);
   static_cast<void>(matrix.MatInv());
   EXPECT_EQ(matrix.m_bOK, 0);
@@ -71,18 +72,18 @@ TEST(MatrixInverse, TinyElementsCountAsSingularHoweverWellConditioned) {
 
 TEST(MatrixInverse, TheSingularityLimitIsHalfTheSpacingAboveOne) {
   const double half_spacing = std::numeric_limits<double>::epsilon() / 2.0;
-  EXPECT_EQ(MatrixOf({{half_spacing}}).MatInv().GetRow(), 0U);
+  EXPECT_EQ(Rows({{half_spacing}}).MatInv().GetRow(), 0U);
   const double above = std::nextafter(half_spacing, 1.0);
-  ASSERT_EQ(MatrixOf({{above}}).MatInv().GetRow(), 1U);
-  EXPECT_EQ(MatrixOf({{above}}).MatInv().GetData(0), 1.0 / above);
+  ASSERT_EQ(Rows({{above}}).MatInv().GetRow(), 1U);
+  EXPECT_EQ(Rows({{above}}).MatInv().GetData(0), 1.0 / above);
 }
 
 TEST(MatrixInverse, LeavesTheMatrixAndItsCursors) {
-  CSZMatrix matrix = MatrixOf({{0, 3}, {2, 1}});
+  CSZMatrix matrix = Rows({{0, 3}, {2, 1}});
   matrix.m_i = 55;
   matrix.m_j = 66;
   static_cast<void>(matrix.MatInv());
-  EXPECT_TRUE(SameElements(matrix, MatrixOf({{0, 3}, {2, 1}})));
+  EXPECT_TRUE(SameElements(matrix, Rows({{0, 3}, {2, 1}})));
   EXPECT_EQ(matrix.m_i, 55U);
   EXPECT_EQ(matrix.m_j, 66U);
 }
@@ -94,50 +95,49 @@ TEST(MatrixInverse, OfAMatrixWithoutRowsAndColumnsIsTheSame) {
 }
 
 TEST(MatrixInverse, OfOnlyNotANumberIsEmptySinceNoElementIsLarger) {
-  EXPECT_EQ(MatrixOf({{kNaN, kNaN}, {kNaN, kNaN}}).MatInv().GetRow(), 0U);
+  EXPECT_EQ(Rows({{kNaN, kNaN}, {kNaN, kNaN}}).MatInv().GetRow(), 0U);
 }
 
 TEST(MatrixInverse, IsEmptyWhereOnlyNotANumberIsLeftToChooseFrom) {
   // The first 1 is the pivot of the first step, which leaves one element, not a number.
-  EXPECT_EQ(MatrixOf({{kNaN, 1}, {1, 1}}).MatInv().GetRow(), 0U);
+  EXPECT_EQ(Rows({{kNaN, 1}, {1, 1}}).MatInv().GetRow(), 0U);
 }
 
 TEST(MatrixInverse, AnInfinitePivotIsTaken) {
-  const CSZMatrix inverse = MatrixOf({{kInfinity}}).MatInv();
+  const CSZMatrix inverse = Rows({{kInfinity}}).MatInv();
   ASSERT_EQ(inverse.GetRow(), 1U);
   EXPECT_EQ(inverse.GetData(0), 0.0);
 }
 
 TEST(MatrixInverse, IsTheSameByBothNames) {
-  const CSZMatrix matrix = MatrixOf({{4, -2, 1}, {0.5, 3, 7}, {-6, 2, 0.25}});
+  const CSZMatrix matrix = Rows({{4, -2, 1}, {0.5, 3, 7}, {-6, 2, 0.25}});
   EXPECT_TRUE(SameElements(~matrix, matrix.MatInv()));
 }
 
 TEST(MatrixInverse, MayBeAssignedToItsOperand) {
-  CSZMatrix matrix = MatrixOf({{2, 0}, {0, 4}});
+  CSZMatrix matrix = Rows({{2, 0}, {0, 4}});
   matrix = matrix.MatInv();
   EXPECT_EQ(matrix.GetData(0, 0), 0.5);
   EXPECT_EQ(matrix.GetData(1, 1), 0.25);
 }
 
 TEST(CholeskyInverse, OfTwoByTwoIsTheClosedForm) {
-  const CSZMatrix matrix = MatrixOf({{4, 2}, {2, 3}});
+  const CSZMatrix matrix = Rows({{4, 2}, {2, 3}});
   const CSZMatrix inverse = matrix.Reverse();
-  EXPECT_TRUE(SameElements(inverse, MatrixOf({{0.375, -0.25}, {-0.25, 0.5}})));
+  EXPECT_TRUE(SameElements(inverse, Rows({{0.375, -0.25}, {-0.25, 0.5}})));
   EXPECT_EQ(matrix.m_bOK, 1);
 }
 
 TEST(CholeskyInverse, OfTwoByTwoNeedsNoSymmetry) {
-  EXPECT_TRUE(
-      SameElements(MatrixOf({{0, 2}, {-4, 1}}).Reverse(), MatrixOf({{0.125, -0.25}, {0.5, 0}})));
+  EXPECT_TRUE(SameElements(Rows({{0, 2}, {-4, 1}}).Reverse(), Rows({{0.125, -0.25}, {0.5, 0}})));
 }
 
 TEST(CholeskyInverse, OfOneElementIsItsReciprocal) {
-  EXPECT_TRUE(SameElements(MatrixOf({{-8}}).Reverse(), MatrixOf({{-0.125}})));
+  EXPECT_TRUE(SameElements(Rows({{-8}}).Reverse(), Rows({{-0.125}})));
 }
 
 TEST(CholeskyInverse, OfThreeByThreeAgreesWithTheGeneralInverseAndIsSymmetric) {
-  const CSZMatrix matrix = MatrixOf({{4, 1, 0.5}, {1, 5, -2}, {0.5, -2, 6}});
+  const CSZMatrix matrix = Rows({{4, 1, 0.5}, {1, 5, -2}, {0.5, -2, 6}});
   const CSZMatrix inverse = matrix.Reverse();
   const CSZMatrix general = matrix.MatInv();
   for (unsigned i = 0; i < 3; ++i) {
@@ -149,13 +149,13 @@ TEST(CholeskyInverse, OfThreeByThreeAgreesWithTheGeneralInverseAndIsSymmetric) {
 }
 
 TEST(CholeskyInverse, ReadsOnlyTheUpperTriangleFromThreeByThreeOn) {
-  const CSZMatrix whole = MatrixOf({{4, 1, 0.5}, {1, 5, -2}, {0.5, -2, 6}});
-  const CSZMatrix upper = MatrixOf({{4, 1, 0.5}, {kNaN, 5, -2}, {kNaN, kNaN, 6}});
+  const CSZMatrix whole = Rows({{4, 1, 0.5}, {1, 5, -2}, {0.5, -2, 6}});
+  const CSZMatrix upper = Rows({{4, 1, 0.5}, {kNaN, 5, -2}, {kNaN, kNaN, 6}});
   EXPECT_TRUE(SameElements(upper.Reverse(), whole.Reverse()));
 }
 
 TEST(CholeskyInverse, SetsTheStatusOfASquareMatrixAndWalksWithItsCursors) {
-  CSZMatrix matrix = MatrixOf({{4, 1, 0.5}, {1, 5, -2}, {0.5, -2, 6}});
+  CSZMatrix matrix = Rows({{4, 1, 0.5}, {1, 5, -2}, {0.5, -2, 6}});
   matrix.m_bOK = 0;
   static_cast<void>(matrix.Reverse());
   EXPECT_EQ(matrix.m_bOK, 1);
@@ -164,17 +164,17 @@ TEST(CholeskyInverse, SetsTheStatusOfASquareMatrixAndWalksWithItsCursors) {
 }
 
 TEST(CholeskyInverse, OfAMatrixThatIsNotSquareHasItsSizeAndStatusZero) {
-  const CSZMatrix matrix = MatrixOf({{1, 2, 3}, {4, 5, 6}});
+  const CSZMatrix matrix = Rows({{1, 2, 3}, {4, 5, 6}});
   EXPECT_TRUE(SameElements(matrix.Reverse(), CSZMatrix(2, 3)));
   EXPECT_EQ(matrix.m_bOK, 0);
 }
 
 TEST(CholeskyInverse, DoesNotTestForZeroDeterminantsAndPivots) {
-  EXPECT_EQ(MatrixOf({{0}}).Reverse().GetData(0), kInfinity);
-  const CSZMatrix singular = MatrixOf({{1, 2}, {2, 4}});
+  EXPECT_EQ(Rows({{0}}).Reverse().GetData(0), kInfinity);
+  const CSZMatrix singular = Rows({{1, 2}, {2, 4}});
   EXPECT_EQ(singular.Reverse().GetData(0, 0), kInfinity);
   EXPECT_EQ(singular.m_bOK, 1);
-  const CSZMatrix negative = MatrixOf({{-1, 0, 0}, {0, 1, 0}, {0, 0, 1}});
+  const CSZMatrix negative = Rows({{-1, 0, 0}, {0, 1, 0}, {0, 0, 1}});
   EXPECT_TRUE(std::isnan(negative.Reverse().GetData(0, 0)));
 }
 
@@ -185,10 +185,10 @@ TEST(CholeskyInverse, OfAMatrixWithoutRowsAndColumnsSucceeds) {
 }
 
 TEST(MatrixTranspose, ExchangesRowsAndColumns) {
-  CSZMatrix matrix = MatrixOf({{1, 2, 3}, {4, 5, 6}});
+  CSZMatrix matrix = Rows({{1, 2, 3}, {4, 5, 6}});
   matrix.m_bOK = 5;
-  EXPECT_TRUE(SameElements(matrix.T(), MatrixOf({{1, 4}, {2, 5}, {3, 6}})));
-  EXPECT_TRUE(SameElements(matrix.MatTran(), MatrixOf({{1, 4}, {2, 5}, {3, 6}})));
+  EXPECT_TRUE(SameElements(matrix.T(), Rows({{1, 4}, {2, 5}, {3, 6}})));
+  EXPECT_TRUE(SameElements(matrix.MatTran(), Rows({{1, 4}, {2, 5}, {3, 6}})));
   EXPECT_EQ(matrix.m_bOK, 5);
   EXPECT_EQ(matrix.m_i, 2U);
   EXPECT_EQ(matrix.m_j, 3U);
@@ -202,40 +202,40 @@ TEST(MatrixTranspose, OfAMatrixWithAZeroCountExchangesTheCounts) {
 
 TEST(CholeskyFactor, OfAPositiveDefiniteMatrixIsLowerTriangular) {
   int ok = 7;
-  const CSZMatrix lower = MatrixOf({{4, 2}, {2, 3}}).matChole(&ok);
+  const CSZMatrix lower = Rows({{4, 2}, {2, 3}}).matChole(&ok);
   EXPECT_EQ(ok, 1);
-  EXPECT_TRUE(SameElements(lower, MatrixOf({{2, 0}, {1, std::sqrt(2.0)}})));
+  EXPECT_TRUE(SameElements(lower, Rows({{2, 0}, {1, std::sqrt(2.0)}})));
 }
 
 TEST(CholeskyFactor, OfAMatrixThatIsNotPositiveDefiniteIsTheIdentity) {
   int ok = 7;
-  const CSZMatrix lower = MatrixOf({{1, 2}, {2, 1}}).matChole(&ok);
+  const CSZMatrix lower = Rows({{1, 2}, {2, 1}}).matChole(&ok);
   EXPECT_EQ(ok, 0);
-  EXPECT_TRUE(SameElements(lower, MatrixOf({{1, 0}, {0, 1}})));
+  EXPECT_TRUE(SameElements(lower, Rows({{1, 0}, {0, 1}})));
 }
 
 TEST(CholeskyFactor, APivotOfZeroIsNotPositive) {
   int ok = 7;
-  static_cast<void>(MatrixOf({{1, 1}, {1, 1}}).matChole(&ok));
+  static_cast<void>(Rows({{1, 1}, {1, 1}}).matChole(&ok));
   EXPECT_EQ(ok, 0);
 }
 
 TEST(CholeskyFactor, ReadsOnlyTheUpperTriangle) {
   int ok = 7;
-  const CSZMatrix lower = MatrixOf({{4, 2}, {kNaN, 3}}).matChole(&ok);
+  const CSZMatrix lower = Rows({{4, 2}, {kNaN, 3}}).matChole(&ok);
   EXPECT_EQ(ok, 1);
-  EXPECT_TRUE(SameElements(lower, MatrixOf({{2, 0}, {1, std::sqrt(2.0)}})));
+  EXPECT_TRUE(SameElements(lower, Rows({{2, 0}, {1, std::sqrt(2.0)}})));
 }
 
 TEST(CholeskyFactor, APivotThatIsNotANumberIsNotTakenAsAFailure) {
   int ok = 7;
-  const CSZMatrix lower = MatrixOf({{kNaN}}).matChole(&ok);
+  const CSZMatrix lower = Rows({{kNaN}}).matChole(&ok);
   EXPECT_EQ(ok, 1);
   EXPECT_TRUE(std::isnan(lower.GetData(0)));
 }
 
 TEST(CholeskyFactor, LeavesStatusAndCursors) {
-  CSZMatrix matrix = MatrixOf({{4, 2}, {2, 3}});
+  CSZMatrix matrix = Rows({{4, 2}, {2, 3}});
   matrix.m_bOK = 5;
   matrix.m_i = 55;
   matrix.m_j = 66;

@@ -13,15 +13,16 @@
 #include <rapidcheck.h>
 
 #include "support/literal_matrix.h"
+#include "support/rows.h"
 #include "tiltpole/matrix/CSZMatrix.h"
 
 namespace {
 
 using tiltpole::CSZMatrix;
-using tiltpole_test::MatrixOf;
+using tiltpole_test::Rows;
 
 TEST(MatrixOutput, HasALineForEachRowAndOneMoreLineEnd) {
-  EXPECT_EQ(MatrixOf({{1, 0}, {0, 1}}).Output(),
+  EXPECT_EQ(Rows({{1, 0}, {0, 1}}).Output(),
             L"     1.000     0.000,\r\n"
             L"     0.000     1.000,\r\n"
             L"\r\n");
@@ -37,24 +38,23 @@ TEST(MatrixOutput, OfRowsWithoutColumnsHasTheirLineEnds) {
 }
 
 TEST(MatrixOutput, ALongNumberTakesMoreThanItsField) {
-  EXPECT_EQ(MatrixOf({{123456.7891, -1234567.5, 1}}).Output(),
+  EXPECT_EQ(Rows({{123456.7891, -1234567.5, 1}}).Output(),
             L"123456.789-1234567.500     1.000,\r\n\r\n");
 }
 
 TEST(MatrixOutput, RoundsHalvesThatAreExactToTheEvenDigit) {
-  EXPECT_EQ(MatrixOf({{0.0625, 0.1875, -0.0001}}).Output(),
-            L"     0.062     0.188    -0.000,\r\n\r\n");
+  EXPECT_EQ(Rows({{0.0625, 0.1875, -0.0001}}).Output(), L"     0.062     0.188    -0.000,\r\n\r\n");
 }
 
 TEST(MatrixOutput, ShowsInfinitiesAndNotANumberInTheirField) {
   const double infinity = std::numeric_limits<double>::infinity();
   const double nan = std::copysign(std::numeric_limits<double>::quiet_NaN(), 1.0);
-  EXPECT_EQ(MatrixOf({{infinity, -infinity, nan}}).Output(),
+  EXPECT_EQ(Rows({{infinity, -infinity, nan}}).Output(),
             L"       inf      -inf       nan,\r\n\r\n");
 }
 
 TEST(MatrixOutput, ShowsTheLargestNumberInFull) {
-  const std::wstring text = MatrixOf({{std::numeric_limits<double>::max()}}).Output();
+  const std::wstring text = Rows({{std::numeric_limits<double>::max()}}).Output();
   EXPECT_EQ(text.substr(0, 17), L"17976931348623157");
   EXPECT_EQ(text.size(), 309U + 4U + 3U + 2U);
 }
@@ -78,7 +78,7 @@ TEST(MatrixOutput, HasAPointInALocaleWithADecimalComma) {
   for (const char* const name : {"de_DE.UTF-8", "de_DE", "fr_FR.UTF-8", "German"}) {
     if (std::setlocale(LC_NUMERIC, name) != nullptr) break;
   }
-  const std::wstring text = MatrixOf({{1234.5}}).Output();
+  const std::wstring text = Rows({{1234.5}}).Output();
   std::setlocale(LC_NUMERIC, "C");
   std::locale::global(previous);
   EXPECT_EQ(text, L"  1234.500,\r\n\r\n");
@@ -93,7 +93,7 @@ TEST(MatrixOutput, FormatsEveryFiniteNumberAsTheFormattedPrintDoes) {
     const int length = std::snprintf(field, sizeof field, "%10.3f", value);
     RC_ASSERT(length > 0);
     const std::string expected(field, static_cast<std::size_t>(length));
-    RC_ASSERT(MatrixOf({{value}}).Output() ==
+    RC_ASSERT(Rows({{value}}).Output() ==
               std::wstring(expected.begin(), expected.end()) + L",\r\n\r\n");
   }));
 }

@@ -8,12 +8,13 @@
 
 #include "support/literal_matrix.h"
 #include "support/member_order.h"
+#include "support/rows.h"
 #include "tiltpole/matrix/CSZMatrix.h"
 
 namespace {
 
 using tiltpole::CSZMatrix;
-using tiltpole_test::MatrixOf;
+using tiltpole_test::Rows;
 using tiltpole_test::SameElements;
 
 TEST(MatrixConstruction, ADefaultMatrixIsEmpty) {
@@ -32,13 +33,13 @@ TEST(MatrixConstruction, ADefaultMatrixHasItsCursorsAtTheStartAndNothingDone) {
 
 TEST(MatrixConstruction, OneCountMakesAColumnVectorOfZeros) {
   const CSZMatrix column(3);
-  EXPECT_TRUE(SameElements(column, MatrixOf({{0}, {0}, {0}})));
+  EXPECT_TRUE(SameElements(column, Rows({{0}, {0}, {0}})));
   EXPECT_EQ(column.m_bOK, 1);
 }
 
 TEST(MatrixConstruction, TwoCountsMakeAMatrixOfZeros) {
   const CSZMatrix matrix(2, 3);
-  EXPECT_TRUE(SameElements(matrix, MatrixOf({{0, 0, 0}, {0, 0, 0}})));
+  EXPECT_TRUE(SameElements(matrix, Rows({{0, 0, 0}, {0, 0, 0}})));
   EXPECT_EQ(matrix.m_bOK, 1);
 }
 
@@ -63,7 +64,7 @@ TEST(MatrixConstruction, AZeroCountGivesNoStorageButKeepsTheCountsAskedFor) {
 }
 
 TEST(MatrixConstruction, ElementsLieRowByRow) {
-  const CSZMatrix matrix = MatrixOf({{1, 2, 3}, {4, 5, 6}});
+  const CSZMatrix matrix = Rows({{1, 2, 3}, {4, 5, 6}});
   for (unsigned at = 0; at < 6; ++at) EXPECT_EQ(matrix.m_pData[at], at + 1.0);
 }
 
@@ -78,17 +79,17 @@ TEST(MatrixConstruction, TheDestructorIsVirtual) {
 }
 
 TEST(MatrixCopy, IsDeep) {
-  CSZMatrix original = MatrixOf({{1, 2}, {3, 4}});
+  CSZMatrix original = Rows({{1, 2}, {3, 4}});
   CSZMatrix copy(original);
   EXPECT_NE(copy.m_pData, original.m_pData);
   copy.SetData(0, 0, 9.0);
   original.SetData(1, 1, 8.0);
-  EXPECT_TRUE(SameElements(original, MatrixOf({{1, 2}, {3, 8}})));
-  EXPECT_TRUE(SameElements(copy, MatrixOf({{9, 2}, {3, 4}})));
+  EXPECT_TRUE(SameElements(original, Rows({{1, 2}, {3, 8}})));
+  EXPECT_TRUE(SameElements(copy, Rows({{9, 2}, {3, 4}})));
 }
 
 TEST(MatrixCopy, HasStatusOneWhateverTheOriginalsIs) {
-  CSZMatrix original = MatrixOf({{1, 2}, {3, 4}});
+  CSZMatrix original = Rows({{1, 2}, {3, 4}});
   original.m_bOK = 0;
   const CSZMatrix copy(original);
   EXPECT_EQ(copy.m_bOK, 1);
@@ -96,7 +97,7 @@ TEST(MatrixCopy, HasStatusOneWhateverTheOriginalsIs) {
 }
 
 TEST(MatrixCopy, WalksWithTheCopysCursors) {
-  CSZMatrix original = MatrixOf({{1, 2, 3}, {4, 5, 6}});
+  CSZMatrix original = Rows({{1, 2, 3}, {4, 5, 6}});
   original.m_i = 77;
   original.m_j = 88;
   const CSZMatrix copy(original);
@@ -117,11 +118,11 @@ TEST(MatrixCopy, OfAMatrixWithAZeroCountTakesTheCountsAndHasStatusZero) {
 }
 
 TEST(MatrixMove, TakesTheStorageAndLeavesTheSourceEmpty) {
-  CSZMatrix source = MatrixOf({{1, 2}, {3, 4}});
+  CSZMatrix source = Rows({{1, 2}, {3, 4}});
   const double* const storage = source.m_pData;
   const CSZMatrix target(std::move(source));
   EXPECT_EQ(target.m_pData, storage);
-  EXPECT_TRUE(SameElements(target, MatrixOf({{1, 2}, {3, 4}})));
+  EXPECT_TRUE(SameElements(target, Rows({{1, 2}, {3, 4}})));
   // NOLINTNEXTLINE(bugprone-use-after-move): what is left behind is part of the contract.
   EXPECT_EQ(source.m_pData, nullptr);
   EXPECT_EQ(source.GetRow(), 0U);
@@ -129,7 +130,7 @@ TEST(MatrixMove, TakesTheStorageAndLeavesTheSourceEmpty) {
 }
 
 TEST(MatrixMove, ByAssignmentTakesTheStorageAndLeavesTheStatusAlone) {
-  CSZMatrix source = MatrixOf({{1, 2}, {3, 4}});
+  CSZMatrix source = Rows({{1, 2}, {3, 4}});
   const double* const storage = source.m_pData;
   CSZMatrix target(5, 1);
   target.m_bOK = 0;
@@ -138,7 +139,7 @@ TEST(MatrixMove, ByAssignmentTakesTheStorageAndLeavesTheStatusAlone) {
   EXPECT_EQ(target.m_bOK, 0);
   EXPECT_EQ(target.m_i, 2U);
   EXPECT_EQ(target.m_j, 2U);
-  EXPECT_TRUE(SameElements(target, MatrixOf({{1, 2}, {3, 4}})));
+  EXPECT_TRUE(SameElements(target, Rows({{1, 2}, {3, 4}})));
   // NOLINTNEXTLINE(bugprone-use-after-move): what is left behind is part of the contract.
   EXPECT_EQ(source.m_pData, nullptr);
   EXPECT_EQ(source.GetRow(), 0U);
@@ -146,56 +147,56 @@ TEST(MatrixMove, ByAssignmentTakesTheStorageAndLeavesTheStatusAlone) {
 }
 
 TEST(MatrixMove, AMovedFromMatrixCanBeUsedAgain) {
-  CSZMatrix source = MatrixOf({{1, 2}, {3, 4}});
+  CSZMatrix source = Rows({{1, 2}, {3, 4}});
   const CSZMatrix target(std::move(source));
   // NOLINTNEXTLINE(bugprone-use-after-move): what is left behind is part of the contract.
   EXPECT_EQ(source.Alloc(1, 2), 1);
-  EXPECT_TRUE(SameElements(source, MatrixOf({{0, 0}})));
+  EXPECT_TRUE(SameElements(source, Rows({{0, 0}})));
 }
 
 TEST(MatrixMove, OntoItselfChangesNothing) {
-  CSZMatrix matrix = MatrixOf({{1, 2}, {3, 4}});
+  CSZMatrix matrix = Rows({{1, 2}, {3, 4}});
   CSZMatrix& same = matrix;
   EXPECT_EQ((matrix = std::move(same)), 1);
-  EXPECT_TRUE(SameElements(matrix, MatrixOf({{1, 2}, {3, 4}})));
+  EXPECT_TRUE(SameElements(matrix, Rows({{1, 2}, {3, 4}})));
 }
 
 TEST(MatrixMove, AGrowingVectorMovesItsMatrices) {
   std::vector<CSZMatrix> matrices;
-  matrices.push_back(MatrixOf({{1, 2}}));
+  matrices.push_back(Rows({{1, 2}}));
   const double* const storage = matrices[0].m_pData;
   matrices.reserve(matrices.capacity() + 1);
   EXPECT_EQ(matrices[0].m_pData, storage);
 }
 
 TEST(MatrixAlloc, GivesANewSizeAndLosesTheElements) {
-  CSZMatrix matrix = MatrixOf({{1, 2}, {3, 4}});
+  CSZMatrix matrix = Rows({{1, 2}, {3, 4}});
   matrix.m_bOK = 0;
   EXPECT_EQ(matrix.Alloc(3, 1), 1);
   EXPECT_EQ(matrix.m_bOK, 1);
-  EXPECT_TRUE(SameElements(matrix, MatrixOf({{0}, {0}, {0}})));
+  EXPECT_TRUE(SameElements(matrix, Rows({{0}, {0}, {0}})));
 }
 
 TEST(MatrixAlloc, WithOneCountMakesAColumn) {
   CSZMatrix matrix;
   EXPECT_EQ(matrix.Alloc(2), 1);
   EXPECT_EQ(matrix.m_bOK, 1);
-  EXPECT_TRUE(SameElements(matrix, MatrixOf({{0}, {0}})));
+  EXPECT_TRUE(SameElements(matrix, Rows({{0}, {0}})));
 }
 
 TEST(MatrixAlloc, AZeroCountChangesNothing) {
-  CSZMatrix matrix = MatrixOf({{1, 2}, {3, 4}});
+  CSZMatrix matrix = Rows({{1, 2}, {3, 4}});
   const double* const storage = matrix.m_pData;
   EXPECT_EQ(matrix.Alloc(0, 4), 0);
   EXPECT_EQ(matrix.Alloc(4, 0), 0);
   EXPECT_EQ(matrix.Alloc(0), 0);
   EXPECT_EQ(matrix.m_pData, storage);
   EXPECT_EQ(matrix.m_bOK, 1);
-  EXPECT_TRUE(SameElements(matrix, MatrixOf({{1, 2}, {3, 4}})));
+  EXPECT_TRUE(SameElements(matrix, Rows({{1, 2}, {3, 4}})));
 }
 
 TEST(MatrixElements, ReadingWithOneIndexReadsTheFirstColumn) {
-  const CSZMatrix matrix = MatrixOf({{1, 2}, {3, 4}, {5, 6}});
+  const CSZMatrix matrix = Rows({{1, 2}, {3, 4}, {5, 6}});
   EXPECT_EQ(matrix.GetData(0), 1.0);
   EXPECT_EQ(matrix.GetData(1), 3.0);
   EXPECT_EQ(matrix.GetData(2), 5.0);
@@ -204,7 +205,7 @@ TEST(MatrixElements, ReadingWithOneIndexReadsTheFirstColumn) {
 TEST(MatrixElements, WritingWithOneIndexWritesTheFirstColumn) {
   CSZMatrix matrix(3, 3);
   EXPECT_EQ(matrix.SetData(2, 7.0), 1);
-  EXPECT_TRUE(SameElements(matrix, MatrixOf({{0, 0, 0}, {0, 0, 0}, {7, 0, 0}})));
+  EXPECT_TRUE(SameElements(matrix, Rows({{0, 0, 0}, {0, 0, 0}, {7, 0, 0}})));
 }
 
 TEST(MatrixElements, AWriteOutsideIsDropped) {
@@ -226,10 +227,10 @@ TEST(MatrixElements, AMatrixWithoutStorageTakesNoWrites) {
 }
 
 TEST(MatrixAssignment, OfANumberSetsEveryElement) {
-  CSZMatrix matrix = MatrixOf({{1, 2, 3}, {4, 5, 6}});
+  CSZMatrix matrix = Rows({{1, 2, 3}, {4, 5, 6}});
   matrix.m_bOK = 0;
   matrix = 2.5;
-  EXPECT_TRUE(SameElements(matrix, MatrixOf({{2.5, 2.5, 2.5}, {2.5, 2.5, 2.5}})));
+  EXPECT_TRUE(SameElements(matrix, Rows({{2.5, 2.5, 2.5}, {2.5, 2.5, 2.5}})));
   EXPECT_EQ(matrix.m_bOK, 0);
   EXPECT_EQ(matrix.m_i, 2U);
   EXPECT_EQ(matrix.m_j, 3U);
@@ -239,7 +240,7 @@ TEST(MatrixAssignment, BetweenEqualSizesReusesTheStorage) {
   CSZMatrix target(2, 2);
   target.m_bOK = 0;
   const double* const storage = target.m_pData;
-  const CSZMatrix source = MatrixOf({{1, 2}, {3, 4}});
+  const CSZMatrix source = Rows({{1, 2}, {3, 4}});
   EXPECT_EQ((target = source), 1);
   EXPECT_EQ(target.m_pData, storage);
   EXPECT_NE(target.m_pData, source.m_pData);
@@ -249,14 +250,14 @@ TEST(MatrixAssignment, BetweenEqualSizesReusesTheStorage) {
 
 TEST(MatrixAssignment, BetweenDifferentSizesTakesTheSourcesSize) {
   CSZMatrix target(5, 1);
-  const CSZMatrix source = MatrixOf({{1, 2, 3}, {4, 5, 6}});
+  const CSZMatrix source = Rows({{1, 2, 3}, {4, 5, 6}});
   EXPECT_EQ((target = source), 1);
   EXPECT_TRUE(SameElements(target, source));
 }
 
 TEST(MatrixAssignment, TheSameCountOfElementsInAnotherShapeIsAnotherSize) {
   CSZMatrix target(3, 2);
-  const CSZMatrix source = MatrixOf({{1, 2, 3}, {4, 5, 6}});
+  const CSZMatrix source = Rows({{1, 2, 3}, {4, 5, 6}});
   EXPECT_EQ((target = source), 1);
   EXPECT_TRUE(SameElements(target, source));
 }
@@ -283,12 +284,12 @@ TEST(MatrixAssignment, OfAnEmptyMatrixEmptiesTheTarget) {
 }
 
 TEST(MatrixAssignment, ToItselfChangesNothing) {
-  CSZMatrix matrix = MatrixOf({{1, 2}, {3, 4}});
+  CSZMatrix matrix = Rows({{1, 2}, {3, 4}});
   const double* const storage = matrix.m_pData;
   const CSZMatrix& same = matrix;
   EXPECT_EQ((matrix = same), 1);
   EXPECT_EQ(matrix.m_pData, storage);
-  EXPECT_TRUE(SameElements(matrix, MatrixOf({{1, 2}, {3, 4}})));
+  EXPECT_TRUE(SameElements(matrix, Rows({{1, 2}, {3, 4}})));
 }
 
 TEST(MatrixAssignment, WithoutARowTheColumnCursorIsNeverSet) {

@@ -3,16 +3,17 @@
 #include <gtest/gtest.h>
 
 #include "support/literal_matrix.h"
+#include "support/rows.h"
 #include "tiltpole/matrix/CSZMatrix.h"
 
 namespace {
 
 using tiltpole::CSZMatrix;
-using tiltpole_test::MatrixOf;
+using tiltpole_test::Rows;
 using tiltpole_test::SameElements;
 
 TEST(MatrixZeros, SetsEveryElementToZero) {
-  CSZMatrix matrix = MatrixOf({{1, 2, 3}, {4, 5, 6}});
+  CSZMatrix matrix = Rows({{1, 2, 3}, {4, 5, 6}});
   matrix.m_bOK = 5;
   EXPECT_EQ(matrix.Zeros(), 1);
   EXPECT_TRUE(SameElements(matrix, CSZMatrix(2, 3)));
@@ -31,25 +32,25 @@ TEST(MatrixZeros, ReturnsZeroForAZeroCount) {
 }
 
 TEST(MatrixDiagonal, SetsASquareMatrixToAMultipleOfTheIdentity) {
-  CSZMatrix matrix = MatrixOf({{1, 2}, {3, 4}});
+  CSZMatrix matrix = Rows({{1, 2}, {3, 4}});
   matrix.m_bOK = 5;
   EXPECT_EQ(matrix.Diagonal(2.0), 1);
-  EXPECT_TRUE(SameElements(matrix, MatrixOf({{2, 0}, {0, 2}})));
+  EXPECT_TRUE(SameElements(matrix, Rows({{2, 0}, {0, 2}})));
   EXPECT_EQ(matrix.m_bOK, 5);
 }
 
 TEST(MatrixDiagonal, LeavesTheColumnsBesideTheLeadingBlock) {
-  CSZMatrix matrix = MatrixOf({{1, 2, 3}, {4, 5, 6}});
+  CSZMatrix matrix = Rows({{1, 2, 3}, {4, 5, 6}});
   EXPECT_EQ(matrix.Diagonal(2.0), 1);
-  EXPECT_TRUE(SameElements(matrix, MatrixOf({{2, 0, 3}, {0, 2, 6}})));
+  EXPECT_TRUE(SameElements(matrix, Rows({{2, 0, 3}, {0, 2, 6}})));
   EXPECT_EQ(matrix.m_i, 2U);
   EXPECT_EQ(matrix.m_j, 2U);
 }
 
 TEST(MatrixDiagonal, LeavesTheRowsBelowTheLeadingBlock) {
-  CSZMatrix matrix = MatrixOf({{1, 2}, {3, 4}, {5, 6}});
+  CSZMatrix matrix = Rows({{1, 2}, {3, 4}, {5, 6}});
   EXPECT_EQ(matrix.Diagonal(2.0), 1);
-  EXPECT_TRUE(SameElements(matrix, MatrixOf({{2, 0}, {0, 2}, {5, 6}})));
+  EXPECT_TRUE(SameElements(matrix, Rows({{2, 0}, {0, 2}, {5, 6}})));
 }
 
 TEST(MatrixDiagonal, ReturnsZeroForAZeroCount) {
@@ -58,23 +59,23 @@ TEST(MatrixDiagonal, ReturnsZeroForAZeroCount) {
 }
 
 TEST(MatrixSymmetry, CopiesTheUpperTriangleOntoTheLower) {
-  CSZMatrix matrix = MatrixOf({{1, 2, 3}, {4, 5, 6}, {7, 8, 9}});
+  CSZMatrix matrix = Rows({{1, 2, 3}, {4, 5, 6}, {7, 8, 9}});
   matrix.m_bOK = 5;
   EXPECT_EQ(matrix.Symmetry(), 1);
-  EXPECT_TRUE(SameElements(matrix, MatrixOf({{1, 2, 3}, {2, 5, 6}, {3, 6, 9}})));
+  EXPECT_TRUE(SameElements(matrix, Rows({{1, 2, 3}, {2, 5, 6}, {3, 6, 9}})));
   EXPECT_EQ(matrix.m_bOK, 5);
   EXPECT_EQ(matrix.m_i, 3U);
   EXPECT_EQ(matrix.m_j, 3U);
 }
 
 TEST(MatrixSymmetry, ReturnsZeroForAMatrixThatIsNotSquare) {
-  CSZMatrix matrix = MatrixOf({{1, 2, 3}, {4, 5, 6}});
+  CSZMatrix matrix = Rows({{1, 2, 3}, {4, 5, 6}});
   EXPECT_EQ(matrix.Symmetry(), 0);
-  EXPECT_TRUE(SameElements(matrix, MatrixOf({{1, 2, 3}, {4, 5, 6}})));
+  EXPECT_TRUE(SameElements(matrix, Rows({{1, 2, 3}, {4, 5, 6}})));
 }
 
 TEST(MatrixTrace, IsTheSumOfTheDiagonal) {
-  CSZMatrix matrix = MatrixOf({{1, 2}, {3, 4}});
+  CSZMatrix matrix = Rows({{1, 2}, {3, 4}});
   matrix.m_bOK = 0;
   matrix.m_j = 66;
   EXPECT_EQ(matrix.Trace(), 5.0);
@@ -84,7 +85,7 @@ TEST(MatrixTrace, IsTheSumOfTheDiagonal) {
 }
 
 TEST(MatrixTrace, OfAMatrixThatIsNotSquareIsZeroWithStatusZero) {
-  CSZMatrix matrix = MatrixOf({{1, 2, 3}, {4, 5, 6}});
+  CSZMatrix matrix = Rows({{1, 2, 3}, {4, 5, 6}});
   matrix.m_i = 55;
   EXPECT_EQ(matrix.Trace(), 0.0);
   EXPECT_EQ(matrix.m_bOK, 0);
@@ -92,50 +93,50 @@ TEST(MatrixTrace, OfAMatrixThatIsNotSquareIsZeroWithStatusZero) {
 }
 
 TEST(MatrixSummation, IsTheSumOfTheDiagonalAndNotOfAllElements) {
-  CSZMatrix matrix = MatrixOf({{1, 2}, {3, 4}});
+  CSZMatrix matrix = Rows({{1, 2}, {3, 4}});
   matrix.m_bOK = 0;
   EXPECT_EQ(matrix.Summation(), 5.0);
   EXPECT_EQ(matrix.m_bOK, 1);
 }
 
 TEST(MatrixSummation, OfAMatrixThatIsNotSquareIsZeroWithStatusZero) {
-  const CSZMatrix matrix = MatrixOf({{1, 2, 3}, {4, 5, 6}});
+  const CSZMatrix matrix = Rows({{1, 2, 3}, {4, 5, 6}});
   EXPECT_EQ(matrix.Summation(), 0.0);
   EXPECT_EQ(matrix.m_bOK, 0);
 }
 
 TEST(MatrixSlice, TakesBothEndsInclusive) {
-  CSZMatrix matrix = MatrixOf({{1, 2, 3}, {4, 5, 6}, {7, 8, 9}});
+  CSZMatrix matrix = Rows({{1, 2, 3}, {4, 5, 6}, {7, 8, 9}});
   matrix.m_bOK = 5;
   const CSZMatrix block = matrix.Slice(0, 0, 1, 1);
-  EXPECT_TRUE(SameElements(block, MatrixOf({{1, 2}, {4, 5}})));
+  EXPECT_TRUE(SameElements(block, Rows({{1, 2}, {4, 5}})));
   EXPECT_EQ(block.m_bOK, 1);
   EXPECT_EQ(matrix.m_bOK, 5);
 }
 
 TEST(MatrixSlice, MayBeOneElement) {
-  const CSZMatrix matrix = MatrixOf({{1, 2, 3}, {4, 5, 6}});
-  EXPECT_TRUE(SameElements(matrix.Slice(1, 2, 1, 2), MatrixOf({{6}})));
+  const CSZMatrix matrix = Rows({{1, 2, 3}, {4, 5, 6}});
+  EXPECT_TRUE(SameElements(matrix.Slice(1, 2, 1, 2), Rows({{6}})));
 }
 
 TEST(MatrixSlice, FillsOnlyWhatLiesInsideTheMatrix) {
-  const CSZMatrix matrix = MatrixOf({{1, 2, 3}, {4, 5, 6}, {7, 8, 9}});
-  EXPECT_TRUE(SameElements(matrix.Slice(1, 1, 3, 3), MatrixOf({{5, 6, 0}, {8, 9, 0}, {0, 0, 0}})));
+  const CSZMatrix matrix = Rows({{1, 2, 3}, {4, 5, 6}, {7, 8, 9}});
+  EXPECT_TRUE(SameElements(matrix.Slice(1, 1, 3, 3), Rows({{5, 6, 0}, {8, 9, 0}, {0, 0, 0}})));
 }
 
 TEST(MatrixSlice, ComparesItsEndsAsSignedNumbers) {
-  const CSZMatrix matrix = MatrixOf({{1, 2}, {3, 4}});
-  EXPECT_TRUE(SameElements(matrix.Slice(-1, -1, 0, 1), MatrixOf({{0, 0, 0}, {0, 1, 2}})));
+  const CSZMatrix matrix = Rows({{1, 2}, {3, 4}});
+  EXPECT_TRUE(SameElements(matrix.Slice(-1, -1, 0, 1), Rows({{0, 0, 0}, {0, 1, 2}})));
 }
 
 TEST(MatrixSlice, BesideTheMatrixIsNotFilled) {
-  const CSZMatrix matrix = MatrixOf({{1, 2}, {3, 4}});
+  const CSZMatrix matrix = Rows({{1, 2}, {3, 4}});
   EXPECT_TRUE(SameElements(matrix.Slice(5, 5, 6, 7), CSZMatrix(2, 3)));
   EXPECT_TRUE(SameElements(matrix.Slice(-3, -3, -2, -2), CSZMatrix(2, 2)));
 }
 
 TEST(MatrixSlice, ThatEndsBeforeItBeginsHasNoStorage) {
-  const CSZMatrix matrix = MatrixOf({{1, 2}, {3, 4}});
+  const CSZMatrix matrix = Rows({{1, 2}, {3, 4}});
   const CSZMatrix no_rows = matrix.Slice(1, 0, 0, 1);
   EXPECT_EQ(no_rows.m_pData, nullptr);
   EXPECT_EQ(no_rows.m_bOK, 0);
@@ -145,7 +146,7 @@ TEST(MatrixSlice, ThatEndsBeforeItBeginsHasNoStorage) {
 }
 
 TEST(MatrixSlice, WalksTheWholeMatrixWithItsCursors) {
-  const CSZMatrix matrix = MatrixOf({{1, 2, 3}, {4, 5, 6}});
+  const CSZMatrix matrix = Rows({{1, 2, 3}, {4, 5, 6}});
   static_cast<void>(matrix.Slice(0, 0, 0, 0));
   EXPECT_EQ(matrix.m_i, 2U);
   EXPECT_EQ(matrix.m_j, 3U);

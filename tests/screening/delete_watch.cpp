@@ -47,8 +47,6 @@ void DeleteWatch::Start(void* address) {
   g_watched[g_count++] = {address, 0};
 }
 
-int DeleteWatch::Watched() const { return g_count; }
-
 int DeleteWatch::DeletedTimes(int times) const {
   int count = 0;
   for (int i = 0; i < g_count; ++i) {

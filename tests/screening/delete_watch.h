@@ -4,8 +4,6 @@
 // a watched address back, so that a second deletion is counted, not a crash, and no other object
 // can take the address meanwhile.
 
-#include <vector>
-
 namespace tiltpole::test {
 
 class DeleteWatch {
@@ -22,7 +20,6 @@ class DeleteWatch {
     return object;
   }
 
-  int Watched() const;
   // How many of the watched objects have been deleted exactly `times` times.
   int DeletedTimes(int times) const;
 

@@ -6,7 +6,6 @@
 
 #include <cmath>
 #include <cstdint>
-#include <initializer_list>
 #include <ostream>
 #include <utility>
 #include <vector>
@@ -325,18 +324,6 @@ inline tiltpole::CSZMatrix Matrix(const LiteralMatrix& literal) {
   tiltpole::CSZMatrix matrix(literal.rows, literal.cols);
   for (std::uint32_t i = 0; i < literal.rows; ++i) {
     for (std::uint32_t j = 0; j < literal.cols; ++j) matrix.SetData(i, j, literal.At(i, j));
-  }
-  return matrix;
-}
-
-inline tiltpole::CSZMatrix MatrixOf(std::initializer_list<std::initializer_list<double>> rows) {
-  const auto count = static_cast<std::uint32_t>(rows.size());
-  tiltpole::CSZMatrix matrix(count, static_cast<std::uint32_t>(rows.begin()->size()));
-  std::uint32_t i = 0;
-  for (const auto& row : rows) {
-    std::uint32_t j = 0;
-    for (const double element : row) matrix.SetData(i, j++, element);
-    ++i;
   }
   return matrix;
 }

@@ -14,7 +14,7 @@ using detail::ThrowUnless;
 
 constexpr unsigned int kSmoothedColumns = 6;
 
-CSZMatrix Scalar(double value) {
+CSZMatrix MultipleOfIdentity(double value) {
   CSZMatrix matrix(kSmoothedColumns, kSmoothedColumns);
   matrix.Diagonal(value);
   return matrix;
@@ -31,9 +31,9 @@ CSZMatrix RowAsColumn(const CSZMatrix& M, unsigned int row) {
 void CInclineSensor_MagneticAdjust::DataFilter(CSZMatrix& M) {
   RequireStorage(M);
   if (M.GetRow() == 0 || M.GetCol() < kSmoothedColumns) return;
-  const CSZMatrix identity = Scalar(1.0);
+  const CSZMatrix identity = MultipleOfIdentity(1.0);
   const CSZMatrix zeros(kSmoothedColumns, kSmoothedColumns);
-  const CSZMatrix noise = Scalar(16.0);
+  const CSZMatrix noise = MultipleOfIdentity(16.0);
   const CSZMatrix input(kSmoothedColumns);
   CSZMatrix result(M);
   RequireStorage(result);
@@ -41,7 +41,7 @@ void CInclineSensor_MagneticAdjust::DataFilter(CSZMatrix& M) {
   filter_.SetMatrixOrder(kSmoothedColumns, kSmoothedColumns);
   ThrowUnless(filter_.SetSystemMatrix(identity, zeros, identity, identity, zeros) == 1);
   ThrowUnless(filter_.SetNoise(noise, noise) == 1);
-  ThrowUnless(filter_.SetInitialData(RowAsColumn(M, 0), Scalar(25.0)) == 1);
+  ThrowUnless(filter_.SetInitialData(RowAsColumn(M, 0), MultipleOfIdentity(25.0)) == 1);
   for (unsigned int i = 1; i < M.GetRow(); ++i) {
     const CSZMatrix smoothed = filter_.Filter(RowAsColumn(M, i), input, 0);
     ThrowUnless(smoothed.m_pData != nullptr);

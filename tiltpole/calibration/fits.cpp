@@ -42,7 +42,7 @@ int CInclineSensor_MagneticAdjust::EllipseFit(const CSZMatrix& data, int plane,
     const std::vector<double> base(u.size(), 0.0);
     detail::ScaledEllipseFits fits;
     fits.SetPoints({u.data(), base.data(), w.data(), u.size()}, detail::SumAxis(u));
-    conic = fits.At(1.0, {0.0, 2.0});
+    conic = fits.At(1.0, detail::kAnyScale);
   }
   const double p[] = {conic.A, conic.B, conic.D, conic.E, conic.F};
   CSZMatrix coefficients(5, 1);
@@ -129,8 +129,8 @@ int CInclineSensor_MagneticAdjust::MagCorrPara(const CSZMatrix& p1, const CSZMat
                     2 * (t * u + g * v) * (v * Y + xz.E * squares / (2 * w * xz.A))) /
                    (2 * t * u * w);
 
-  // Deliberate: a takes t and at once u, and b is never written. Hosts that use the closed form
-  // count on finding the scale of y in a.
+  // Deliberate: a takes t and at once u, and b is never written. So a host finds the scale of y in
+  // a, the cross term nowhere, and b as it was.
   out.a = t;
   out.a = u;
   out.c = g;

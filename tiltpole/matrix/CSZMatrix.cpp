@@ -249,7 +249,8 @@ double CSZMatrix::Trace() const {
   return sum;
 }
 
-// Deliberate: the name promises the sum of all elements, but hosts rely on the diagonal's.
+// Deliberate: the name promises the sum of all elements, but a host gets the diagonal's, as from
+// Trace().
 double CSZMatrix::Summation() const { return Trace(); }
 
 CSZMatrix CSZMatrix::Slice(int r0, int c0, int r1, int c1) const {

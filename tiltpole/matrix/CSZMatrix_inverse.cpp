@@ -57,7 +57,8 @@ class GaussJordan {
     if (pivots_ == nullptr) return false;
     for (std::uint32_t i = 0; i < order_; ++i) ConsiderRow(i, 0);
     for (std::uint32_t k = 0; k < order_; ++k) {
-      // Deliberate: absolute, so a host cannot invert a matrix of tiny elements.
+      // Deliberate: the limit is absolute, not scaled by the matrix. A host sees one of tiny
+      // elements come back as singular.
       if (largest_ + 1.0 == 1.0) return false;
       SwapRows(k, pivots_[k].row);
       SwapColumns(k, pivots_[k].column);

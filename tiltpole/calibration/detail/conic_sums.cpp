@@ -1,24 +1,15 @@
 #include "tiltpole/calibration/detail/conic_sums.h"
 
+#include "tiltpole/calibration/detail/conic_sums_avx.h"
+
 namespace tiltpole::detail {
 namespace {
 
-#ifdef __GNUC__
 constexpr ConicSummation kPortable{2, SumConicsInLanes<2>, SolveConicsInLanes<2>};
-#else
-constexpr ConicSummation kPortable{
-    1, [](const ScaledPlane& plane, const double* t, double* sums) { SumConics(plane, *t, sums); },
-    [](const AxisSums&, const double*, double*) { return false; }};
-#endif
 
 }  // namespace
 
 #ifdef TILTPOLE_WITH_AVX
-
-void SumConicsWithAvx2(const ScaledPlane& plane, const double* t, double* sums);
-bool SolveConicsWithAvx2(const AxisSums& axis, const double* sums, double* coefficients);
-void SumConicsWithAvx512(const ScaledPlane& plane, const double* t, double* sums);
-bool SolveConicsWithAvx512(const AxisSums& axis, const double* sums, double* coefficients);
 
 std::vector<ConicSummation> ConicSummationsOfThisProcessor() {
   std::vector<ConicSummation> ways = {kPortable};

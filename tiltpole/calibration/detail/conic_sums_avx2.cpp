@@ -3,12 +3,9 @@
 // AVX2. So nothing here may use one for other elements than vectors of four doubles, which no other
 // file has, neither of these headers nor of the standard library; a test looks at the object file.
 
-#include "tiltpole/calibration/detail/conic_sums_kernel.h"
+#include "tiltpole/calibration/detail/conic_sums_avx.h"
 
 namespace tiltpole::detail {
-
-void SumConicsWithAvx2(const ScaledPlane& plane, const double* t, double* sums);
-bool SolveConicsWithAvx2(const AxisSums& axis, const double* sums, double* coefficients);
 
 void SumConicsWithAvx2(const ScaledPlane& plane, const double* t, double* sums) {
   SumConicsInLanes<4>(plane, t, sums);

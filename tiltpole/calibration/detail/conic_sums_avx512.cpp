@@ -1,11 +1,8 @@
 // The one file compiled for AVX-512; see conic_sums_avx2.cpp for what it must not use.
 
-#include "tiltpole/calibration/detail/conic_sums_kernel.h"
+#include "tiltpole/calibration/detail/conic_sums_avx.h"
 
 namespace tiltpole::detail {
-
-void SumConicsWithAvx512(const ScaledPlane& plane, const double* t, double* sums);
-bool SolveConicsWithAvx512(const AxisSums& axis, const double* sums, double* coefficients);
 
 void SumConicsWithAvx512(const ScaledPlane& plane, const double* t, double* sums) {
   SumConicsInLanes<8>(plane, t, sums);

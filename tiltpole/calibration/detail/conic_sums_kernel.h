@@ -8,6 +8,7 @@
 #include <cstddef>
 
 #include "tiltpole/calibration/detail/normal_equations.h"
+#include "tiltpole/matrix/detail/lanes.h"
 
 namespace tiltpole::detail {
 
@@ -122,8 +123,6 @@ struct ConicEquations {
   }
 };
 
-#ifdef __GNUC__
-
 template <std::size_t kCount>
 inline void LoadLanes(const double* from, LanesOf<kCount>& to) {
   for (std::size_t lane = 0; lane < kCount; ++lane) to[lane] = from[lane];
@@ -161,7 +160,5 @@ inline bool SolveConicsInLanes(const AxisSums& axis, const double* sums, double*
   for (std::size_t i = 0; i < 5; ++i) StoreLanes<kCount>(solution.at[i], coefficients + i * kCount);
   return true;
 }
-
-#endif
 
 }  // namespace tiltpole::detail

@@ -98,7 +98,7 @@ CorrectionFit::PassEnd CorrectionFit::RunPass() {
 /// b, which makes the horizontal turn a circle in x-y'.
 bool CorrectionFit::FitScaleOfY() {
   if (!CanFitEllipse(horizontal_.columns, horizontal_.Count())) return false;
-  const Conic unscaled = horizontalFits_.At(1.0, {0.0, 2.0});
+  const Conic unscaled = horizontalFits_.At(1.0, kAnyScale);
   if (!unscaled.IsEllipse()) return false;
   const FoundScale found = BisectScale(horizontalFits_, BracketAround(unscaled.C()), cap_);
   if (found.ranOut) converged_ = false;
@@ -180,7 +180,7 @@ bool CorrectionFit::FitCrossTermOfY() {
 
 /// x0 and y0; readings far from the turn's ellipse are left out from the next pass on.
 bool CorrectionFit::CentreHorizontalTurn() {
-  const Conic conic = horizontalFits_.At(par_.b, {0.0, 2.0});
+  const Conic conic = horizontalFits_.At(par_.b, kAnyScale);
   if (!conic.IsEllipse()) return false;
   par_.x0 = conic.CentreU();
   par_.y0 = conic.CentreW();
@@ -194,7 +194,7 @@ bool CorrectionFit::CentreHorizontalTurn() {
 /// z0; readings far from the turn's ellipse are left out from the next pass on.
 bool CorrectionFit::CentreVerticalTurn() {
   // The search for e has ended with this very fit: c, d and e are still those of then.
-  const Conic conic = verticalFits_.At(par_.e, {0.0, 2.0});
+  const Conic conic = verticalFits_.At(par_.e, kAnyScale);
   if (!conic.IsEllipse()) return false;
   par_.z0 = conic.CentreW();
   const auto correctedZ = [this](std::size_t i) {
@@ -226,7 +226,7 @@ void CorrectionFit::VerticalSetChanged() {
   verticalFits_.SetPoints(
       {vertical_.x.data(), verticalBase_.data(), vertical_.z.data(), vertical_.Count()},
       verticalX_);
-  rawVertical_ = verticalFits_.At(1.0, {0.0, 2.0});
+  rawVertical_ = verticalFits_.At(1.0, kAnyScale);
 }
 
 }  // namespace tiltpole::detail

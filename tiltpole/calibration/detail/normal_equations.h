@@ -12,7 +12,8 @@
 #include <cstddef>
 #include <utility>
 
-#include "tiltpole/calibration/detail/vector_lanes.h"
+#include "tiltpole/calibration/detail/lane_conditions.h"
+#include "tiltpole/matrix/detail/lanes.h"
 
 namespace tiltpole::detail {
 

@@ -14,6 +14,9 @@ struct Bracket {
   double Middle() const { return (lower + upper) / 2; }
 };
 
+/// All scales that are searched for; the bracket of a fit that no bisection is known to follow.
+inline constexpr Bracket kAnyScale{0.0, 2.0};
+
 /// The closeness at which the searches stop: of the coefficient C of a fit to 0.5, that of a
 /// circle, and of the moves of a cross term, counts per count, to none.
 inline constexpr double kTolerance = 1e-10;

@@ -6,7 +6,7 @@
 
 namespace tiltpole::detail {
 
-/// The rows at which column 0 has moved on by at least 3 since the row kept before, in the
+/// The rows at which column 0 has moved on by at least 3 degrees since the row kept before, in the
 /// direction of the current leg. The legs are cut at the first maximum and the first minimum of
 /// column 0, which takes care of the jump of an angle between 360 and 0.
 ///
