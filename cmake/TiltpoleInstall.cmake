@@ -1,46 +1,66 @@
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
-# tiltpole_install_library(<target> <component>): found beside each other, wherever the tree is put.
-function(tiltpole_install_library target component)
+# tiltpole_install_library(<target> <part> <library component> <development component>): the
+# libraries are found beside each other, wherever the tree is put, and a host finds each part by the
+# targets in a file of its own.
+function(tiltpole_install_library target part component development)
   set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
   install(
     TARGETS ${target}
-    EXPORT tiltpole
-    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
+    EXPORT tiltpole-${part}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT ${development}
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
             COMPONENT ${component}
-            NAMELINK_COMPONENT development
+            NAMELINK_COMPONENT ${development}
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT ${component}
     INCLUDES
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+  install(
+    EXPORT tiltpole-${part}
+    NAMESPACE tiltpole::
+    DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/tiltpole
+    COMPONENT ${development})
 endfunction()
 
-tiltpole_install_library(tiltpole runtime)
-set(tiltpole_headers_left_out "recording$")
-if(TARGET tiltpole_controls)
-  tiltpole_install_library(tiltpole_controls controls)
-else()
-  list(APPEND tiltpole_headers_left_out "controls$" "platform/(qt|win32)$"
-       "platform/(drawing|window)\\.h$")
-endif()
-list(JOIN tiltpole_headers_left_out "|" tiltpole_headers_left_out)
+tiltpole_install_library(tiltpole core runtime development)
 install(
   DIRECTORY "${PROJECT_SOURCE_DIR}/tiltpole"
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
   COMPONENT development
   FILES_MATCHING
   PATTERN "*.h"
-  REGEX "${tiltpole_headers_left_out}" EXCLUDE)
+  REGEX "recording$|controls$|platform/(qt|win32)$|platform/(drawing|window)\\.h$" EXCLUDE)
 install(
-  DIRECTORY "${PROJECT_BINARY_DIR}/generated/tiltpole"
-  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+  FILES "${PROJECT_BINARY_DIR}/generated/tiltpole/export.h"
+        "${PROJECT_BINARY_DIR}/generated/tiltpole/version.h"
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tiltpole
   COMPONENT development)
-install(
-  EXPORT tiltpole
-  NAMESPACE tiltpole::
-  DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/tiltpole
-  COMPONENT development)
+
+if(TARGET tiltpole_controls)
+  tiltpole_install_library(tiltpole_controls controls controls controls_development)
+  install(
+    DIRECTORY "${PROJECT_SOURCE_DIR}/tiltpole/controls"
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tiltpole
+    COMPONENT controls_development
+    FILES_MATCHING
+    PATTERN "*.h")
+  install(
+    FILES "${PROJECT_SOURCE_DIR}/tiltpole/platform/drawing.h"
+          "${PROJECT_SOURCE_DIR}/tiltpole/platform/window.h"
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tiltpole/platform
+    COMPONENT controls_development)
+  install(
+    DIRECTORY "${PROJECT_SOURCE_DIR}/tiltpole/platform/${TILTPOLE_WINDOWING}"
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tiltpole/platform
+    COMPONENT controls_development
+    FILES_MATCHING
+    PATTERN "*.h")
+  install(
+    FILES "${PROJECT_BINARY_DIR}/generated/tiltpole/controls_export.h"
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tiltpole
+    COMPONENT controls_development)
+endif()
 
 configure_package_config_file(
   "${CMAKE_CURRENT_LIST_DIR}/tiltpoleConfig.cmake.in" "${PROJECT_BINARY_DIR}/tiltpoleConfig.cmake"

@@ -1,5 +1,5 @@
-# What CPack makes: .deb (the library, the controls, -dev and the tools), .tar.gz, and .zip for
-# Windows.
+# What CPack makes: .deb (the library, the controls, a -dev of each, and the tools), .tar.gz, and .zip
+# for Windows.
 set(CPACK_PACKAGE_NAME tiltpole)
 set(CPACK_PACKAGE_VENDOR "the tiltpole authors")
 set(CPACK_PACKAGE_CONTACT "the tiltpole authors <maintainers@tiltpole.example>")
@@ -22,6 +22,11 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME "libtiltpole${PROJECT_VERSION_MAJOR}")
 set(CPACK_DEBIAN_CONTROLS_PACKAGE_NAME "libtiltpole-controls${PROJECT_VERSION_MAJOR}")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libtiltpole-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_CONTROLS_DEVELOPMENT_PACKAGE_NAME libtiltpole-controls-dev)
+set(CPACK_DEBIAN_CONTROLS_DEVELOPMENT_PACKAGE_SECTION libdevel)
+if(TILTPOLE_WINDOWING STREQUAL "qt")
+  set(CPACK_DEBIAN_CONTROLS_DEVELOPMENT_PACKAGE_DEPENDS "qt6-base-dev (>= 6.4)")
+endif()
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME tiltpole-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION science)
 # Where the packages' own libraries are found while their dependencies are worked out.
@@ -30,6 +35,11 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${PROJECT_BINARY_DIR}/tiltpole"
 
 include(CPack)
 cpack_add_component(runtime)
-cpack_add_component(controls DEPENDS runtime)
-cpack_add_component(development DEPENDS runtime controls)
-cpack_add_component(tools DEPENDS runtime controls)
+cpack_add_component(development DEPENDS runtime)
+set(tiltpole_tools_use runtime)
+if(TARGET tiltpole_controls)
+  cpack_add_component(controls DEPENDS runtime)
+  cpack_add_component(controls_development DEPENDS development controls)
+  list(APPEND tiltpole_tools_use controls)
+endif()
+cpack_add_component(tools DEPENDS ${tiltpole_tools_use})

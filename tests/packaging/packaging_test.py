@@ -33,16 +33,21 @@ def fresh(folder):
     return folder
 
 
-def configure(source, build, *settings):
+def configure(source, build, *settings, **options):
     launcher = shutil.which("ccache")
     with_launcher = [f"-DCMAKE_CXX_COMPILER_LAUNCHER={launcher}"] if launcher else []
     run(CMAKE, "-G", "Ninja", "-S", source, "-B", build, "-DCMAKE_BUILD_TYPE=Release",
-        f"-DCMAKE_CXX_COMPILER={COMPILER}", *with_launcher, *settings)
+        f"-DCMAKE_CXX_COMPILER={COMPILER}", *with_launcher, *settings, **options)
 
 
-def build_and_run_outside(how, *settings, library_path=None):
+def configure_outside(how, *settings, **options):
     build = fresh(WORK / f"{TEST}-outside")
-    configure(OUTSIDE, build, f"-DHOW={how}", *settings)
+    configure(OUTSIDE, build, f"-DHOW={how}", *settings, **options)
+    return build
+
+
+def build_and_run_outside(how, *settings, with_controls=False, library_path=None):
+    build = configure_outside(how, *settings)
     run(CMAKE, "--build", build)
     environment = dict(os.environ)
     if library_path:
@@ -51,7 +56,8 @@ def build_and_run_outside(how, *settings, library_path=None):
     said = run(program, env=environment, stdout=subprocess.PIPE, text=True).stdout
     assert re.match(r"tiltpole \d+\.\d+\.\d+: the tip of a plumb pole lies 2.0 below", said), said
     controls = build / "outside_controls"
-    if how == "find_package" and WINDOWING != "none":
+    assert controls.exists() == with_controls, controls
+    if with_controls:
         run(controls, env=environment)
 
 
@@ -65,9 +71,31 @@ def library_folder(prefix):
     return next(prefix.rglob("libtiltpole.*")).parent
 
 
+def outside_finds(prefix):
+    path = f"-DCMAKE_PREFIX_PATH={prefix}"
+    with_controls = WINDOWING != "none"
+    build_and_run_outside("find_package", path, with_controls=with_controls)
+    build_and_run_outside("find_package", path, "-DCOMPONENTS=core")
+    if with_controls:
+        build_and_run_outside("find_package", path, "-DCOMPONENTS=controls", with_controls=True)
+    outside_finds_without_qt(prefix)
+
+
+def outside_finds_without_qt(prefix):
+    """On a machine for hosts without windows, with or without the controls' library."""
+    settings = [f"-DCMAKE_PREFIX_PATH={prefix}", "-DCMAKE_DISABLE_FIND_PACKAGE_Qt6=ON"]
+    build_and_run_outside("find_package", *settings)
+    try:
+        configure_outside("find_package", *settings, "-DCOMPONENTS=controls",
+                          stderr=subprocess.PIPE, text=True)
+    except subprocess.CalledProcessError as error:
+        assert "no controls" in error.stderr, error.stderr
+    else:
+        raise AssertionError("the controls are found without Qt")
+
+
 def find_package(build):
-    prefix = install(build)
-    build_and_run_outside("find_package", f"-DCMAKE_PREFIX_PATH={prefix}")
+    outside_finds(install(build))
 
 
 def pkg_config(build):
@@ -141,19 +169,35 @@ def packages(generator, pattern, build=SHARED):
     return found
 
 
+def install_packages(root, files):
+    # Their dependencies are this machine's own packages, which an empty root does not list.
+    run("dpkg", f"--root={root}", "--force-depends", "--force-not-root",
+        "--force-script-chrootless", "--log=/dev/null", "-i", *files)
+
+
+def dependencies(package):
+    listed = run("dpkg-deb", "-f", package, "Depends", stdout=subprocess.PIPE, text=True).stdout
+    return {word.split()[0] for word in re.split("[,|]", listed)}
+
+
 def debian_packages():
     made = packages("DEB", "*.deb")
-    names = {file.name.split("_")[0] for file in made}
-    assert {"libtiltpole1", "libtiltpole-dev", "tiltpole-tools"} <= names, names
+    depends = {file.name.split("_")[0]: dependencies(file) for file in made}
+    assert depends["libtiltpole-dev"] == {"libtiltpole1"}, depends
+    assert "libtiltpole1" in depends["tiltpole-tools"], depends
+    if WINDOWING == "qt":
+        assert depends["libtiltpole-controls-dev"] == {
+            "libtiltpole-dev", "libtiltpole-controls1", "qt6-base-dev"}, depends
     root = fresh(WORK / "deb-root")
     admin = root / "var/lib/dpkg"
     (admin / "updates").mkdir(parents=True)
     (admin / "info").mkdir()
     (admin / "status").touch()
-    # Their dependencies are this machine's own packages, which an empty root does not list.
-    run("dpkg", f"--root={root}", "--force-depends", "--force-not-root",
-        "--force-script-chrootless", "--log=/dev/null", "-i", *made)
-    build_and_run_outside("find_package", f"-DCMAKE_PREFIX_PATH={root}/usr")
+    core = [file for file in made if "controls" not in file.name and "tools" not in file.name]
+    install_packages(root, core)
+    outside_finds_without_qt(root / "usr")
+    install_packages(root, made)
+    outside_finds(root / "usr")
     use_command_line(root / "usr/bin/tiltpole")
 
 
@@ -163,7 +207,7 @@ def tar_gz():
     with tarfile.open(archive) as packed:
         packed.extractall(folder)
     (prefix,) = folder.iterdir()
-    build_and_run_outside("find_package", f"-DCMAKE_PREFIX_PATH={prefix}")
+    outside_finds(prefix)
     use_command_line(prefix / "bin/tiltpole")
 
 
