@@ -67,16 +67,12 @@ configure_package_config_file(
   INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/tiltpole)
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/tiltpoleConfigVersion.cmake"
                                  COMPATIBILITY SameMajorVersion)
-configure_file("${CMAKE_CURRENT_LIST_DIR}/tiltpole.pc.in" "${PROJECT_BINARY_DIR}/tiltpole.pc" @ONLY)
 install(
   FILES "${PROJECT_BINARY_DIR}/tiltpoleConfig.cmake"
         "${PROJECT_BINARY_DIR}/tiltpoleConfigVersion.cmake"
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/tiltpole
   COMPONENT development)
-install(
-  FILES "${PROJECT_BINARY_DIR}/tiltpole.pc"
-  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
-  COMPONENT development)
+include(TiltpolePkgConfig)
 
 foreach(tool tiltpole_cli tiltpole_field)
   if(TARGET ${tool})

@@ -11,6 +11,7 @@ import shutil
 import subprocess
 import sys
 import tarfile
+import tempfile
 import zipfile
 
 TEST, SOURCE, BUILD, CMAKE, COMPILER, WINDOWING, *EMULATOR = sys.argv[1:]
@@ -98,14 +99,13 @@ def find_package(build):
     outside_finds(install(build))
 
 
-def pkg_config(build):
-    prefix = install(build)
-    folder = library_folder(prefix)
-    # The prefix in the file is the one that was configured; a moved tree says so.
-    file = folder / "pkgconfig/tiltpole.pc"
-    file.write_text(re.sub(r"^prefix=.*$", f"prefix={prefix}", file.read_text(), flags=re.M))
+def outside_asks_pkg_config(folder):
     os.environ["PKG_CONFIG_PATH"] = str(folder / "pkgconfig")
-    build_and_run_outside("pkg_config", library_path=folder)
+    build_and_run_outside("pkg_config", with_controls=WINDOWING != "none", library_path=folder)
+
+
+def pkg_config(build):
+    outside_asks_pkg_config(library_folder(install(build)))
 
 
 def static_find_package():
@@ -114,6 +114,19 @@ def static_find_package():
 
 def static_pkg_config():
     pkg_config(BUILD)
+
+
+def pkg_config_in_folders_of_their_own():
+    """Folders that do not move with the prefix; headers must lie outside the source tree."""
+    build = fresh(WORK / f"{TEST}-build")
+    with tempfile.TemporaryDirectory() as folders:
+        configure(SOURCE, build, f"-DTILTPOLE_WINDOWING={WINDOWING}", "-DTILTPOLE_BUILD_TESTS=OFF",
+                  "-DTILTPOLE_BUILD_APPS=OFF", "-DTILTPOLE_BUILD_C_LIBRARY=OFF",
+                  f"-DCMAKE_INSTALL_LIBDIR={folders}/libraries",
+                  f"-DCMAKE_INSTALL_INCLUDEDIR={folders}/headers")
+        run(CMAKE, "--build", build)
+        install(build)
+        outside_asks_pkg_config(pathlib.Path(folders) / "libraries")
 
 
 def add_subdirectory():
@@ -208,6 +221,7 @@ def tar_gz():
         packed.extractall(folder)
     (prefix,) = folder.iterdir()
     outside_finds(prefix)
+    outside_asks_pkg_config(library_folder(prefix))
     use_command_line(prefix / "bin/tiltpole")
 
 
