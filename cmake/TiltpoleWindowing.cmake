@@ -1,7 +1,9 @@
 # Which windowing system the controls are built for. Without a choice: the one of the platform,
-# if it is there.
+# if it is there; within another project none, for that one may want no windows.
 if(NOT DEFINED CACHE{TILTPOLE_WINDOWING})
-  if(WIN32)
+  if(NOT PROJECT_IS_TOP_LEVEL)
+    set(tiltpole_windowing_found none)
+  elseif(WIN32)
     set(tiltpole_windowing_found win32)
   else()
     find_package(Qt6 6.4 QUIET COMPONENTS Widgets)

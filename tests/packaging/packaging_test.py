@@ -60,6 +60,7 @@ def build_and_run_outside(how, *settings, with_controls=False, library_path=None
     assert controls.exists() == with_controls, controls
     if with_controls:
         run(controls, env=environment)
+    return build
 
 
 def install(build, *arguments):
@@ -130,8 +131,12 @@ def pkg_config_in_folders_of_their_own():
 
 
 def add_subdirectory():
-    build_and_run_outside("add_subdirectory", f"-DTILTPOLE_SOURCE={SOURCE}",
-                          "-DTILTPOLE_WINDOWING=none")
+    source = f"-DTILTPOLE_SOURCE={SOURCE}"
+    build = build_and_run_outside("add_subdirectory", source)
+    assert not list(install(build).iterdir()), "the library is installed with the host"
+    if WINDOWING != "none":
+        build_and_run_outside("add_subdirectory", source, f"-DTILTPOLE_WINDOWING={WINDOWING}",
+                              with_controls=True)
 
 
 def shared_build():
