@@ -23,6 +23,19 @@ function(tiltpole_install_library target part component development)
     COMPONENT ${development})
 endfunction()
 
+# tiltpole_install_headers(<development component> <header>...), named from the folder tiltpole
+function(tiltpole_install_headers development)
+  foreach(header IN LISTS ARGN)
+    cmake_path(GET header PARENT_PATH folder)
+    install(
+      FILES "${PROJECT_SOURCE_DIR}/tiltpole/${header}"
+      DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tiltpole/${folder}
+      COMPONENT ${development})
+  endforeach()
+endfunction()
+
+# Only what a host can include goes along: tiltpole.h, tiltpole_c.h, the controls, and what these
+# include themselves. The rest may change with any version.
 tiltpole_install_library(tiltpole core runtime development)
 install(
   DIRECTORY "${PROJECT_SOURCE_DIR}/tiltpole"
@@ -30,7 +43,8 @@ install(
   COMPONENT development
   FILES_MATCHING
   PATTERN "*.h"
-  REGEX "recording$|controls$|platform/(qt|win32)$|platform/(drawing|window)\\.h$" EXCLUDE)
+  REGEX "/(controls|detail|platform)$" EXCLUDE)
+tiltpole_install_headers(development platform/file.h platform/message_box.h)
 install(
   FILES "${PROJECT_BINARY_DIR}/generated/tiltpole/export.h"
         "${PROJECT_BINARY_DIR}/generated/tiltpole/version.h"
@@ -44,18 +58,21 @@ if(TARGET tiltpole_controls)
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tiltpole
     COMPONENT controls_development
     FILES_MATCHING
-    PATTERN "*.h")
-  install(
-    FILES "${PROJECT_SOURCE_DIR}/tiltpole/platform/drawing.h"
-          "${PROJECT_SOURCE_DIR}/tiltpole/platform/window.h"
-    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tiltpole/platform
-    COMPONENT controls_development)
-  install(
-    DIRECTORY "${PROJECT_SOURCE_DIR}/tiltpole/platform/${TILTPOLE_WINDOWING}"
-    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tiltpole/platform
-    COMPONENT controls_development
-    FILES_MATCHING
-    PATTERN "*.h")
+    PATTERN "*.h"
+    PATTERN detail EXCLUDE)
+  # The controls are classes with members of these types.
+  tiltpole_install_headers(
+    controls_development
+    controls/detail/compass_geometry.h
+    controls/detail/gauge_geometry.h
+    controls/detail/incline_gauge.h
+    controls/detail/kept_dial.h
+    controls/detail/layer.h
+    controls/detail/magnetic_plot.h
+    controls/detail/plot_kind.h
+    platform/drawing.h
+    platform/window.h
+    platform/${TILTPOLE_WINDOWING}/window_${TILTPOLE_WINDOWING}.h)
   install(
     FILES "${PROJECT_BINARY_DIR}/generated/tiltpole/controls_export.h"
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tiltpole

@@ -96,6 +96,42 @@ def outside_finds_without_qt(prefix):
         raise AssertionError("the controls are found without Qt")
 
 
+def installed_headers(prefix):
+    return {file.relative_to(prefix / "include").as_posix()
+            for file in prefix.glob("include/tiltpole/**/*.h")}
+
+
+def offered_to_hosts(header):
+    folder, name = header.rsplit("/", 1)
+    return name in ("tiltpole.h", "tiltpole_c.h") or folder == "tiltpole/controls"
+
+
+def only_headers_that_hosts_reach(prefix):
+    installed = installed_headers(prefix)
+    reached = set()
+    ahead = {header for header in installed if offered_to_hosts(header)}
+    while ahead:
+        reached |= ahead
+        text = "".join((prefix / "include" / header).read_text() for header in ahead)
+        # Of the windowing systems one is installed.
+        ahead = set(re.findall('#include "(.+?)"', text)) & installed - reached
+    assert "tiltpole/tiltpole.h" in reached, installed
+    assert installed == reached, f"no host reaches {sorted(installed - reached)}"
+
+
+def every_header_compiles_alone(prefix):
+    headers = ";".join(sorted(installed_headers(prefix)))
+    build = configure_outside("find_package", f"-DCMAKE_PREFIX_PATH={prefix}",
+                              f"-DHEADERS={headers}")
+    run(CMAKE, "--build", build, "--target", "headers_alone")
+
+
+def static_headers():
+    prefix = install(BUILD)
+    only_headers_that_hosts_reach(prefix)
+    every_header_compiles_alone(prefix)
+
+
 def find_package(build):
     outside_finds(install(build))
 
@@ -236,7 +272,7 @@ def windows_zip():
     with zipfile.ZipFile(archive) as packed:
         packed.extractall(folder)
     (prefix,) = folder.iterdir()
-    assert (prefix / "include/tiltpole/tiltpole.h").is_file()
+    only_headers_that_hosts_reach(prefix)
     use_command_line(prefix / "bin/tiltpole.exe")
 
 
