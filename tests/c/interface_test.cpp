@@ -63,7 +63,32 @@ TEST(CInterface, SamplesCarryEveryFieldBothWays) {
   for (int32_t& field : sample.time) field = static_cast<int32_t>(number++);
   sample.forward = static_cast<int32_t>(number++);
   EXPECT_TRUE(SameBytes(ToC(FromC(sample)), sample));
+}
+
+// Programs that were compiled with an earlier version hand over structs of these sizes.
+TEST(CInterface, StructsKeepTheirSizesAndHaveNoGaps) {
   EXPECT_EQ(sizeof(tiltpole_sample), 20 * sizeof(double) + 4 * sizeof(int32_t));
+  EXPECT_EQ(sizeof(tiltpole_xyh), 3 * sizeof(double));
+  EXPECT_EQ(sizeof(tiltpole_correction), 8 * sizeof(double));
+  EXPECT_EQ(sizeof(tiltpole_translation), 3 * sizeof(double));
+  EXPECT_EQ(sizeof(tiltpole_measurement), 3 * sizeof(double) + 2 * sizeof(int32_t));
+  EXPECT_EQ(sizeof(tiltpole_center), 4 * sizeof(double) + 2 * sizeof(int32_t));
+  EXPECT_EQ(sizeof(tiltpole_xy), 2 * sizeof(double));
+  EXPECT_EQ(sizeof(tiltpole_point_pair), 4 * sizeof(double));
+  EXPECT_EQ(sizeof(tiltpole_four_parameters), 6 * sizeof(double));
+}
+
+TEST(CInterface, StructsOfTheQualityKeepTheirSizesAndHaveNoGaps) {
+  EXPECT_EQ(sizeof(tiltpole_tip_options), 5 * sizeof(double) + 2 * sizeof(int32_t));
+  EXPECT_EQ(sizeof(tiltpole_rigorous_tip), 9 * sizeof(double) + 4 * sizeof(int32_t));
+  EXPECT_EQ(sizeof(tiltpole_point_deviations), 5 * sizeof(double));
+  EXPECT_EQ(sizeof(tiltpole_point_quality), 11 * sizeof(double) + 2 * sizeof(int32_t));
+  EXPECT_EQ(sizeof(tiltpole_quality_summary), 9 * sizeof(double) + 10 * sizeof(int32_t));
+  EXPECT_EQ(sizeof(tiltpole_turn_figures), 8 * sizeof(double) + 4 * sizeof(int32_t));
+  EXPECT_EQ(sizeof(tiltpole_magnetometer_quality), 43 * sizeof(double) + 16 * sizeof(int32_t));
+  EXPECT_EQ(sizeof(tiltpole_heading_error), 3 * sizeof(double));
+  EXPECT_EQ(sizeof(tiltpole_azimuth_range), 2 * sizeof(double));
+  EXPECT_EQ(sizeof(tiltpole_quality_reason), 4 * sizeof(int32_t) + sizeof(const char*));
 }
 
 TEST(CInterface, SamplesStartWithTheRecordsDefaults) {

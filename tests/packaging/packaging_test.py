@@ -20,7 +20,6 @@ BUILD = pathlib.Path(BUILD)
 WORK = BUILD / "packaging"
 OUTSIDE = SOURCE / "tests/packaging/outside"
 SHARED = WORK / "shared-build"
-SYMBOLS = SOURCE / "tests/packaging/symbols.txt"
 
 
 def run(*command, **options):
@@ -194,25 +193,40 @@ def exported_symbols(library):
     names = set()
     for line in listed.stdout.splitlines():
         kind, name = line.split(" ", 2)[1:]
-        # What a compiler emits beside the functions, and instances of templates of the standard
-        # library, which vary from one compiler version to the next.
+        # What a compiler and a linker emit beside the functions, and instances of templates of the
+        # standard library, which vary from one compiler version to the next.
         if kind in "Vvw" or name.startswith(("std::", "vtable ", "typeinfo ", "void std::")):
+            continue
+        if name in ("__bss_start", "_edata", "_end"):
             continue
         names.add(name)
     return names
 
 
-def shared_exports_only_the_public_interface():
-    found = exported_symbols(SHARED / "tiltpole/libtiltpole.so")
+def exports_only(library, symbols):
+    found = exported_symbols(library)
+    listed = SOURCE / "tests/packaging" / symbols
     if os.environ.get("TILTPOLE_UPDATE_SYMBOLS"):
-        SYMBOLS.write_text("".join(f"{name}\n" for name in sorted(found)))
+        listed.write_text("".join(f"{name}\n" for name in sorted(found)))
         return
-    expected = set(SYMBOLS.read_text().splitlines())
+    expected = set(listed.read_text().splitlines())
     for name in sorted(found - expected):
-        print("exported, but not in symbols.txt:", name)
+        print(f"exported, but not in {symbols}:", name)
     for name in sorted(expected - found):
-        print("in symbols.txt, but no longer exported:", name)
+        print(f"in {symbols}, but no longer exported:", name)
     assert found == expected
+
+
+def shared_exports_only_the_public_interface():
+    exports_only(SHARED / "tiltpole/libtiltpole.so", "symbols.txt")
+
+
+def shared_controls_export_only_the_public_interface():
+    exports_only(SHARED / "tiltpole/controls/libtiltpole_controls.so", "symbols_controls.txt")
+
+
+def c_library_exports_only_the_public_interface():
+    exports_only(BUILD / "tiltpole/c/libtiltpole_c.so", "symbols_c.txt")
 
 
 def packages(generator, pattern, build=SHARED):
