@@ -15,7 +15,9 @@ extern "C" {
 /// The samples of two turns and the parameters fitted to them.
 typedef struct tiltpole_calibration tiltpole_calibration;
 
+/// Starts without samples. The handle is the caller's to destroy.
 TILTPOLE_C_API int tiltpole_calibration_create(tiltpole_calibration** calibration);
+/// Gives a calibration back; null does nothing.
 TILTPOLE_C_API void tiltpole_calibration_destroy(tiltpole_calibration* calibration);
 
 /// Appends raw samples of a turn: TILTPOLE_TURN_HORIZONTAL about the pole's axis,

@@ -15,10 +15,12 @@ extern "C" {
 
 // NOLINTBEGIN(modernize-use-using): C has typedefs only
 
+/// A parameter file that is read from memory or open for writing.
 typedef struct tiltpole_parameter_file tiltpole_parameter_file;
 
+/// Starts without a file. The handle is the caller's to destroy.
 TILTPOLE_C_API int tiltpole_parameter_file_create(tiltpole_parameter_file** file);
-/// Closes a file that is still open.
+/// Closes a file that is still open, and gives the handle back; null does nothing.
 TILTPOLE_C_API void tiltpole_parameter_file_destroy(tiltpole_parameter_file* file);
 
 /// Loads a file whole and closes it; then entries are looked up in memory.

@@ -30,22 +30,28 @@ enum {
   TILTPOLE_SOLUTION_MATH = 2         ///< three spheres, with yaw_a and yaw_y_a
 };
 
+/// Starts with parameters that leave readings unscaled. The handle is the caller's to destroy.
 TILTPOLE_C_API int tiltpole_position_create(tiltpole_position** position);
+/// Gives a position back; null does nothing.
 TILTPOLE_C_API void tiltpole_position_destroy(tiltpole_position* position);
 
 /// Takes a magnetometer's correction and sets its bias angle to 0.
 TILTPOLE_C_API int tiltpole_position_set_correction(tiltpole_position* position, int magnetometer,
                                                     const tiltpole_correction* correction);
+/// The correction of a magnetometer, TILTPOLE_MAGNETOMETER_....
 TILTPOLE_C_API int tiltpole_position_get_correction(const tiltpole_position* position,
                                                     int magnetometer,
                                                     tiltpole_correction* correction);
+/// Takes the translation between the corrected frames.
 TILTPOLE_C_API int tiltpole_position_set_translation(tiltpole_position* position,
                                                      const tiltpole_translation* translation);
+/// The translation between the corrected frames.
 TILTPOLE_C_API int tiltpole_position_get_translation(const tiltpole_position* position,
                                                      tiltpole_translation* translation);
 /// Takes what is subtracted from a magnetometer's heading [degrees]; after the correction.
 TILTPOLE_C_API int tiltpole_position_set_bias_angle(tiltpole_position* position, int magnetometer,
                                                     double degrees);
+/// What is subtracted from a magnetometer's heading [degrees].
 TILTPOLE_C_API int tiltpole_position_get_bias_angle(const tiltpole_position* position,
                                                     int magnetometer, double* degrees);
 

@@ -16,13 +16,14 @@ extern "C" {
 /// @name The rigorous tip
 /// @{
 
-/// How a rigorous tip came out, and where its heading comes from.
+/// How a rigorous tip came out.
 enum {
   TILTPOLE_TIP_SOLVED = 0,
   TILTPOLE_TIP_PLUMB = 1,
   TILTPOLE_TIP_HEADING_CANNOT_BE_TOLD = 2,
   TILTPOLE_TIP_TILTS_IMPOSSIBLE = 3
 };
+/// Which magnetometers a rigorous tip's heading comes from.
 enum {
   TILTPOLE_HEADING_NONE = 0,
   TILTPOLE_HEADING_A = 1,
@@ -54,6 +55,7 @@ typedef struct tiltpole_rigorous_tip {
   int32_t reserved;           ///< 0
 } tiltpole_rigorous_tip;
 
+/// Sets the defaults: biases 0, deviations 1, the largest difference 5, neither disturbed.
 TILTPOLE_C_API int tiltpole_tip_options_default(tiltpole_tip_options* options);
 
 /// Solves the tips of samples with corrected readings.
@@ -86,21 +88,22 @@ typedef struct tiltpole_point_deviations {
 
 /// Standard deviations of a tip, in the unit of the length; see tiltpole::PointQuality.
 typedef struct tiltpole_point_quality {
-  double north;
-  double east;
-  double height;
-  double semi_major;
-  double semi_minor;
-  double semi_major_azimuth;  ///< [degrees, 0 to 180)
-  double from_tilt;
-  double from_heading;
-  double from_length;
-  double from_antenna;
-  double heading;  ///< of the heading that the tip rests on [degrees]
-  int32_t limit;   ///< TILTPOLE_LIMIT_...
-  int32_t reserved;
+  double north;               ///< along heading 0; not a number without a heading
+  double east;                ///< along heading 90 degrees; not a number without a heading
+  double height;              ///< upwards
+  double semi_major;          ///< longer semi-axis of the horizontal error ellipse
+  double semi_minor;          ///< shorter semi-axis
+  double semi_major_azimuth;  ///< of the longer semi-axis [degrees, 0 to 180)
+  double from_tilt;           ///< what the tilts alone would bring, all three directions together
+  double from_heading;        ///< what the heading alone would bring
+  double from_length;         ///< what the pole length alone would bring
+  double from_antenna;        ///< what the antenna alone would bring
+  double heading;             ///< of the heading that the tip rests on [degrees]
+  int32_t limit;              ///< TILTPOLE_LIMIT_...
+  int32_t reserved;           ///< 0
 } tiltpole_point_quality;
 
+/// Sets the defaults: 0.1 degrees of tilt, 0.001 of length, the others 0.
 TILTPOLE_C_API int tiltpole_point_deviations_default(tiltpole_point_deviations* deviations);
 
 /// Judges the tips that tiltpole_solve_rigorous_tips() gives for the same arguments.
@@ -113,7 +116,7 @@ TILTPOLE_C_API int tiltpole_judge_points(const tiltpole_sample* corrected, size_
 /// @name The quality of a calibration
 /// @{
 
-/// From best to worst.
+/// How far a calibration can be trusted, from best to worst.
 enum {
   TILTPOLE_VERDICT_GOOD = 0,
   TILTPOLE_VERDICT_USABLE = 1,
@@ -121,23 +124,24 @@ enum {
   TILTPOLE_VERDICT_UNUSABLE = 3
 };
 
-/// A report on a calibration.
+/// A report on a calibration. It comes from a function that judges or checks, and is the caller's
+/// to destroy.
 typedef struct tiltpole_calibration_quality tiltpole_calibration_quality;
 
 /// The report's figures for the whole pole; see tiltpole::CalibrationQuality.
 typedef struct tiltpole_quality_summary {
-  double heading_difference_mean;  ///< B's heading less A's over the horizontal turn [degrees]
-  double heading_difference_deviation;
-  double heading_difference_largest;
-  double scale_ratio_y;
-  double scale_ratio_z;
-  double field_strength_ratio;
-  double dip_difference;       ///< [degrees]
-  double covered_percent[2];   ///< of each turn's circle
-  int32_t samples[2];          ///< of each turn
-  int32_t verdict;             ///< TILTPOLE_VERDICT_...
-  int32_t calibrated;          ///< 0 in the report on a failed calibration
-  uint32_t reasons;            ///< how many tiltpole_quality_reason_at() gives
+  double heading_difference_mean;       ///< B's heading less A's over the horizontal turn [degrees]
+  double heading_difference_deviation;  ///< standard deviation of that difference [degrees]
+  double heading_difference_largest;    ///< largest without its sign [degrees]
+  double scale_ratio_y;                 ///< A's correction b over B's
+  double scale_ratio_z;                 ///< A's correction e over B's
+  double field_strength_ratio;          ///< A's over B's
+  double dip_difference;                ///< A's less B's [degrees]
+  double covered_percent[2];            ///< of each turn's circle
+  int32_t samples[2];                   ///< of each turn
+  int32_t verdict;                      ///< TILTPOLE_VERDICT_...
+  int32_t calibrated;                   ///< 0 in the report on a failed calibration
+  uint32_t reasons;                     ///< how many tiltpole_quality_reason_at() gives
   uint32_t missing_ranges[2];  ///< how many tiltpole_quality_missing_at() gives for each turn
   uint32_t heading_errors[2];  ///< how many tiltpole_quality_heading_errors() gives
   uint32_t reserved;           ///< 0
@@ -145,53 +149,53 @@ typedef struct tiltpole_quality_summary {
 
 /// One magnetometer in one turn [counts]; see tiltpole::TurnFigures.
 typedef struct tiltpole_turn_figures {
-  double centre_first;
-  double centre_second;
-  double radius_mean;
-  double radius_scatter;
-  double radius_scatter_largest;
-  double out_of_plane_mean;
-  double out_of_plane_scatter;
-  double out_of_plane_scatter_largest;
-  int32_t samples;
-  int32_t used;     ///< samples that the fit rests on
-  int32_t dropped;  ///< samples that the fit left out
-  int32_t reserved;
+  double centre_first;                  ///< of the circle, on the x axis
+  double centre_second;                 ///< on the y axis, in the vertical turn on the z axis
+  double radius_mean;                   ///< mean distance from the centre, corrected: from 0
+  double radius_scatter;                ///< root mean square of the distances from the mean
+  double radius_scatter_largest;        ///< largest of them
+  double out_of_plane_mean;             ///< mean of the third axis
+  double out_of_plane_scatter;          ///< root mean square of the third axis about its mean
+  double out_of_plane_scatter_largest;  ///< largest of them
+  int32_t samples;                      ///< that the figures rest on
+  int32_t used;                         ///< samples that the fit rests on
+  int32_t dropped;                      ///< samples that the fit left out
+  int32_t reserved;                     ///< 0
 } tiltpole_turn_figures;
 
 /// One magnetometer's part; see tiltpole::MagnetometerQuality and tiltpole::HeadingError.
 typedef struct tiltpole_magnetometer_quality {
   tiltpole_turn_figures before[2];  ///< of each turn, raw
   tiltpole_turn_figures after[2];   ///< of each turn, corrected
-  double heading_mean;              ///< expected heading errors [degrees]
-  double heading_deviation;
-  double heading_root_mean_square;
-  double heading_largest;
-  double heading_systematic;
-  double heading_noise;
-  double heading_tilted;
-  double heading_tilted_largest;
+  double heading_mean;              ///< expected heading error over all directions [degrees]
+  double heading_deviation;         ///< of one reading's error about that mean [degrees]
+  double heading_root_mean_square;  ///< of one reading, any direction [degrees]
+  double heading_largest;          ///< in the worst direction, without noise, at most 180 [degrees]
+  double heading_systematic;       ///< what every reading in a direction shares [degrees]
+  double heading_noise;            ///< standard deviation of one reading about it [degrees]
+  double heading_tilted;           ///< root mean square at 30 degrees of tilt [degrees]
+  double heading_tilted_largest;   ///< in the worst direction at that tilt, at most 180 [degrees]
   double field_strength;           ///< from the horizontal turn [counts of the x axis]
-  double field_strength_vertical;  ///< from the vertical turn
-  double dip;                      ///< [degrees]
+  double field_strength_vertical;  ///< from the vertical turn [counts of the x axis]
+  double dip;                      ///< of the field, downwards positive [degrees]
 } tiltpole_magnetometer_quality;
 
 /// The expected heading error in one direction [degrees].
 typedef struct tiltpole_heading_error {
-  double heading;
-  double error;
-  double deviation;
+  double heading;    ///< the direction
+  double error;      ///< what every measurement there shares
+  double deviation;  ///< standard deviation of the error as it is known
 } tiltpole_heading_error;
 
-/// Directions without a sample, clockwise [degrees].
+/// Directions without a sample, clockwise [degrees, 0 to 360]: 0 to 360 where there is none at all.
 typedef struct tiltpole_azimuth_range {
-  double from;
-  double to;
+  double from;  ///< not below `to` where the range passes 0
+  double to;    ///< the end
 } tiltpole_azimuth_range;
 
 /// One finding; the codes are those of tiltpole::QualityCode and never change.
 typedef struct tiltpole_quality_reason {
-  int32_t code;
+  int32_t code;          ///< what was found
   int32_t weight;        ///< the verdict can be no better than this: TILTPOLE_VERDICT_...
   int32_t magnetometer;  ///< TILTPOLE_MAGNETOMETER_..., -1 for both
   int32_t turn;          ///< TILTPOLE_TURN_..., -1 for both
@@ -221,13 +225,18 @@ TILTPOLE_C_API int tiltpole_check_parameters(const tiltpole_sample* samples, siz
                                              const tiltpole_correction* correction_b,
                                              tiltpole_calibration_quality** quality);
 
+/// Gives a report and its sentences back; null does nothing.
 TILTPOLE_C_API void tiltpole_calibration_quality_destroy(tiltpole_calibration_quality* quality);
 
+/// The figures for the whole pole.
 TILTPOLE_C_API int tiltpole_quality_summary_of(const tiltpole_calibration_quality* quality,
                                                tiltpole_quality_summary* summary);
+/// The figures of a magnetometer, TILTPOLE_MAGNETOMETER_....
 TILTPOLE_C_API int tiltpole_quality_magnetometer(const tiltpole_calibration_quality* quality,
                                                  int magnetometer,
                                                  tiltpole_magnetometer_quality* figures);
+/// The expected heading errors of a magnetometer by direction: 72, or none where they cannot be
+/// told.
 TILTPOLE_C_API int tiltpole_quality_heading_errors(const tiltpole_calibration_quality* quality,
                                                    int magnetometer, tiltpole_heading_error* errors,
                                                    size_t capacity, size_t* count);

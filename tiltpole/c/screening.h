@@ -18,17 +18,19 @@ typedef struct tiltpole_screening tiltpole_screening;
 
 /// The circle of a turn, by magnetometer A's readings [counts].
 typedef struct tiltpole_center {
-  double x;
-  double y;
-  double z;
-  double radius;
+  double x;          ///< centre, on the x axis
+  double y;          ///< on the y axis; in the vertical turn the level of the circle's plane
+  double z;          ///< on the z axis; in the horizontal turn the level of the circle's plane
+  double radius;     ///< mean distance of the records from the centre, in the plane
   int32_t valid;     ///< 1 once there is a centre
   int32_t reserved;  ///< 0
 } tiltpole_center;
 
+/// Starts without records. The handle is the caller's to destroy.
 /// @param[in] turn  TILTPOLE_TURN_HORIZONTAL screens in the x-y plane, TILTPOLE_TURN_VERTICAL in
 ///                  the x-z plane
 TILTPOLE_C_API int tiltpole_screening_create(int turn, tiltpole_screening** screening);
+/// Gives a screening with its records back; null does nothing.
 TILTPOLE_C_API void tiltpole_screening_destroy(tiltpole_screening* screening);
 
 /// Appends copies of samples. Every 10th record fits the centre afresh.
@@ -43,6 +45,7 @@ TILTPOLE_C_API int tiltpole_screening_coverage(const tiltpole_screening* screeni
 /// 1 when every sector of the circle holds a record.
 TILTPOLE_C_API int tiltpole_screening_is_covered(const tiltpole_screening* screening,
                                                  int32_t* covered);
+/// The circle as it stands; its `valid` is 0 before there is one.
 TILTPOLE_C_API int tiltpole_screening_center(const tiltpole_screening* screening,
                                              tiltpole_center* center);
 

@@ -84,9 +84,9 @@ typedef struct tiltpole_correction {
 
 /// The offset between the corrected frames of the magnetometers [counts].
 typedef struct tiltpole_translation {
-  double dx;
-  double dy;
-  double dz;
+  double dx;  ///< offset on the x axis
+  double dy;  ///< offset on the y axis
+  double dz;  ///< offset on the z axis
 } tiltpole_translation;
 
 /// The library's version, "major.minor.patch".

@@ -93,8 +93,11 @@ class TILTPOLE_CONTROLS_EXPORT CGraphCompass : public StaticWindow {
   /// styles have no meaning it is only kept.
   void PreSubclassWindow() override;
 
+  /// 205 x 205 pixels, for a layout that asks.
   Size PreferredSize() const override;
+  /// What a screen reader calls it: the compass, in English.
   std::wstring AccessibleName() const override;
+  /// The heading with one digit after the point, in degrees.
   std::wstring AccessibleValue() const override;
 
  private:

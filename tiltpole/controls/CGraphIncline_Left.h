@@ -84,8 +84,11 @@ class TILTPOLE_CONTROLS_EXPORT CGraphIncline_Left : public StaticWindow {
   /// styles have no meaning it is only kept.
   void PreSubclassWindow() override;
 
+  /// 100 x 205 pixels, for a layout that asks.
   Size PreferredSize() const override;
+  /// What a screen reader calls it: the gauge with its range, in English.
   std::wstring AccessibleName() const override;
+  /// The value with one digit after the point, in degrees.
   std::wstring AccessibleValue() const override;
 
  private:

@@ -127,8 +127,11 @@ class TILTPOLE_CONTROLS_EXPORT CGraphMagnetic_XZ : public ChildWindow {
   /// Paints the window: the field with the axes, and the crosses over it, in one copy.
   void OnPaint() override;
 
+  /// 205 x 205 pixels, for a layout that asks.
   Size PreferredSize() const override;
+  /// What a screen reader calls it: the plot with its axes, in English.
   std::wstring AccessibleName() const override;
+  /// How many readings were added.
   std::wstring AccessibleValue() const override;
 
  private:

@@ -26,13 +26,15 @@ namespace tiltpole {
 
 /// A 24-bit colour.
 struct Color {
-  std::uint8_t red = 0;
-  std::uint8_t green = 0;
-  std::uint8_t blue = 0;
+  std::uint8_t red = 0;    ///< 0 to 255
+  std::uint8_t green = 0;  ///< 0 to 255
+  std::uint8_t blue = 0;   ///< 0 to 255
 
+  /// Whether all three parts are alike.
   friend constexpr bool operator==(const Color& a, const Color& b) {
     return a.red == b.red && a.green == b.green && a.blue == b.blue;
   }
+  /// Whether any part differs.
   friend constexpr bool operator!=(const Color& a, const Color& b) { return !(a == b); }
 };
 
@@ -41,19 +43,23 @@ constexpr Color Rgb(std::uint8_t red, std::uint8_t green, std::uint8_t blue) {
   return {red, green, blue};
 }
 
+/// A place [pixels].
 struct Point {
-  int x = 0;
-  int y = 0;
+  int x = 0;  ///< to the right
+  int y = 0;  ///< downwards
 
+  /// Whether both coordinates are alike.
   friend constexpr bool operator==(const Point& a, const Point& b) {
     return a.x == b.x && a.y == b.y;
   }
+  /// Whether a coordinate differs.
   friend constexpr bool operator!=(const Point& a, const Point& b) { return !(a == b); }
 };
 
+/// A size [pixels].
 struct Size {
-  int width = 0;
-  int height = 0;
+  int width = 0;   ///< to the right
+  int height = 0;  ///< downwards
 };
 
 namespace detail {
@@ -72,25 +78,30 @@ constexpr int SaturatedDifference(int a, int b) { return SaturatedInt(std::int64
 
 /// A box: the left and top edges belong to it, the right and bottom edges are outside.
 struct Rect {
-  int left = 0;
-  int top = 0;
-  int right = 0;
-  int bottom = 0;
+  int left = 0;    ///< first column
+  int top = 0;     ///< first row
+  int right = 0;   ///< the column after the last
+  int bottom = 0;  ///< the row after the last
 
+  /// Columns, negative with the edges in the wrong order; kept within the range of int.
   constexpr int Width() const { return detail::SaturatedDifference(right, left); }
+  /// Rows, likewise.
   constexpr int Height() const { return detail::SaturatedDifference(bottom, top); }
   /// The middle of opposite edges, halves truncated towards zero.
   constexpr Point Center() const {
     return {static_cast<int>((std::int64_t{left} + right) / 2),
             static_cast<int>((std::int64_t{top} + bottom) / 2)};
   }
+  /// Whether a pixel belongs to the box.
   constexpr bool Contains(Point point) const {
     return point.x >= left && point.x < right && point.y >= top && point.y < bottom;
   }
 
+  /// Whether all four edges are alike.
   friend constexpr bool operator==(const Rect& a, const Rect& b) {
     return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
   }
+  /// Whether an edge differs.
   friend constexpr bool operator!=(const Rect& a, const Rect& b) { return !(a == b); }
 };
 
@@ -112,24 +123,34 @@ constexpr int LimitCoordinate(int coordinate) {
 /// The null pen draws nothing: shapes have no outline then, and a filled rectangle or ellipse is
 /// one pixel smaller at the right and at the bottom, as if the outline were there but invisible.
 struct Pen {
-  enum class Style { Solid, Null };
+  /// Whether it draws at all.
+  enum class Style {
+    Solid,  ///< a line without gaps
+    Null,   ///< nothing
+  };
 
-  Style style = Style::Solid;
-  int width = 1;  ///< [pixels]
-  Color color;
+  Style style = Style::Solid;  ///< whether it draws
+  int width = 1;               ///< [pixels]
+  Color color;                 ///< of the line; black by default
 
+  /// Whether style, width and colour are alike.
   friend bool operator==(const Pen& a, const Pen& b) {
     return a.style == b.style && a.width == b.width && a.color == b.color;
   }
 };
 
+/// A pen that draws.
+/// @param[in] width  [pixels]
+/// @param[in] color  of the line
 constexpr Pen SolidPen(int width, Color color) { return {Pen::Style::Solid, width, color}; }
+/// The pen that draws nothing.
 constexpr Pen NullPen() { return {Pen::Style::Null, 1, {}}; }
 
 /// What the inside of shapes is filled with: one solid colour.
 struct Brush {
-  Color color;
+  Color color;  ///< black by default
 
+  /// Whether the colours are alike.
   friend bool operator==(const Brush& a, const Brush& b) { return a.color == b.color; }
 };
 
@@ -142,6 +163,7 @@ struct Font {
   /// Which kind of face may stand in: 0 any, 32 one of varying width without serifs.
   int pitch_and_family = 0;
 
+  /// Whether the same font is asked for.
   friend bool operator==(const Font& a, const Font& b) {
     return a.face == b.face && a.height == b.height && a.weight == b.weight &&
            a.pitch_and_family == b.pitch_and_family;
@@ -219,11 +241,18 @@ class TILTPOLE_CONTROLS_EXPORT DrawingContext {
   /// @name What is drawn with
   /// Each returns what was in force before, so that it can be put back.
   /// @{
+
+  /// The pen of lines and outlines.
   virtual Pen SelectPen(const Pen& pen) = 0;
+  /// The brush that fills rectangles, ellipses and polygons.
   virtual Brush SelectBrush(const Brush& brush) = 0;
+  /// The font of texts.
   virtual Font SelectFont(Font font) = 0;
+  /// The colour of texts.
   virtual Color SetTextColor(Color color) = 0;
+  /// The colour of the cells behind a text, where the mode is opaque.
   virtual Color SetBackgroundColor(Color color) = 0;
+  /// Whether the cells behind a text are filled.
   virtual BackgroundMode SetBackgroundMode(BackgroundMode mode) = 0;
   /// @}
 

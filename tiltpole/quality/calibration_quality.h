@@ -18,18 +18,18 @@ namespace tiltpole {
 /// The circle that one magnetometer traced in one turn: x and y in the horizontal turn, x and z in
 /// the vertical one [counts]. Figures are not numbers when there is no sample.
 struct TurnFigures {
-  int Samples = 0;
+  int Samples = 0;  ///< that the figures rest on
   /// Centre of the best circle before correction; after it, the mean wave of the radius tells how
   /// far the circle still lies off the origin.
   double CentreFirst = 0.0;
   double CentreSecond = 0.0;  ///< @copydoc CentreFirst
   /// Mean distance from the centre (before) or from the origin (after).
   double RadiusMean = 0.0;
-  double RadiusScatter = 0.0;         ///< root mean square of the distances from RadiusMean
-  double RadiusScatterLargest = 0.0;  ///< largest of them
-  double OutOfPlaneMean = 0.0;        ///< mean of the third axis
-  double OutOfPlaneScatter = 0.0;     ///< root mean square of the third axis about its mean
-  double OutOfPlaneScatterLargest = 0.0;
+  double RadiusScatter = 0.0;             ///< root mean square of the distances from RadiusMean
+  double RadiusScatterLargest = 0.0;      ///< largest of them
+  double OutOfPlaneMean = 0.0;            ///< mean of the third axis
+  double OutOfPlaneScatter = 0.0;         ///< root mean square of the third axis about its mean
+  double OutOfPlaneScatterLargest = 0.0;  ///< largest of them
 };
 
 /// The expected heading error in one direction.
@@ -67,11 +67,11 @@ struct HeadingError {
 
 /// One magnetometer's part of the report.
 struct MagnetometerQuality {
-  TurnFigures HorizontalBefore;
-  TurnFigures HorizontalAfter;  ///< @copydoc HorizontalBefore
-  TurnFigures VerticalBefore;   ///< @copydoc HorizontalBefore
-  TurnFigures VerticalAfter;    ///< @copydoc HorizontalBefore
-  HeadingError Heading;
+  TurnFigures HorizontalBefore;        ///< the horizontal turn, raw
+  TurnFigures HorizontalAfter;         ///< the horizontal turn, corrected
+  TurnFigures VerticalBefore;          ///< the vertical turn, raw
+  TurnFigures VerticalAfter;           ///< the vertical turn, corrected
+  HeadingError Heading;                ///< expected with this magnetometer alone
   double FieldStrength = 0.0;          ///< from the horizontal turn [counts of the x axis]
   double FieldStrengthVertical = 0.0;  ///< from the vertical turn; the same in a good calibration
   double Dip = 0.0;                    ///< of the field, downwards positive [degrees]
@@ -84,42 +84,41 @@ struct MagnetometerQuality {
   int VerticalDropped = 0;    ///< @copydoc HorizontalUsed
 };
 
-/// Directions without a sample, clockwise from From to To [degrees, 0 to 360); From may be larger
-/// than To where the range holds 0.
+/// Directions without a sample, clockwise [degrees, 0 to 360]: 0 to 360 where there is none at all.
 struct AzimuthRange {
-  double From = 0.0;
-  double To = 0.0;  ///< @copydoc From
+  double From = 0.0;  ///< not below To where the range passes 0
+  double To = 0.0;    ///< the end
 };
 
 /// Which directions a turn covered, by magnetometer A: headings of the x axis in the horizontal
 /// turn, directions of the reading in the x-z plot in the vertical one.
 struct TurnCoverage {
-  int Samples = 0;
+  int Samples = 0;                    ///< of the turn, the readings finite
   double CoveredPercent = 0.0;        ///< of the circle, outside the missing ranges
   std::vector<AzimuthRange> Missing;  ///< gaps above 30 degrees, by From
 };
 
 /// B's heading less A's over the horizontal turn [degrees].
 struct HeadingDifference {
-  double Mean = 0.0;
-  double StandardDeviation = 0.0;
-  double Largest = 0.0;  ///< largest without its sign
+  double Mean = 0.0;               ///< over the turn
+  double StandardDeviation = 0.0;  ///< about the mean
+  double Largest = 0.0;            ///< largest without its sign
 };
 
 /// The report on a calibration.
 struct CalibrationQuality {
-  Verdict Result = Verdict::Unusable;
+  Verdict Result = Verdict::Unusable;  ///< how far to trust it
   std::vector<QualityReason> Reasons;  ///< worst first; empty for a calibration without fault
   bool Calibrated = false;             ///< false in the report on a failed calibration
-  MagnetometerQuality A;
-  MagnetometerQuality B;  ///< @copydoc A
-  TurnCoverage Horizontal;
-  TurnCoverage Vertical;  ///< @copydoc Horizontal
-  HeadingDifference Difference;
-  double ScaleRatioY = 0.0;         ///< A's b over B's
-  double ScaleRatioZ = 0.0;         ///< A's e over B's
-  double FieldStrengthRatio = 0.0;  ///< A's over B's: the ratio of the x axes' gains
-  double DipDifference = 0.0;       ///< A's dip less B's [degrees]
+  MagnetometerQuality A;               ///< magnetometer A's part
+  MagnetometerQuality B;               ///< magnetometer B's part
+  TurnCoverage Horizontal;             ///< which headings the horizontal turn covered
+  TurnCoverage Vertical;               ///< which directions the vertical turn covered
+  HeadingDifference Difference;        ///< between the two magnetometers
+  double ScaleRatioY = 0.0;            ///< A's b over B's
+  double ScaleRatioZ = 0.0;            ///< A's e over B's
+  double FieldStrengthRatio = 0.0;     ///< A's over B's: the ratio of the x axes' gains
+  double DipDifference = 0.0;          ///< A's dip less B's [degrees]
 };
 
 /// Judges a calibration by the samples that it was made from, or parameters of any origin by the

@@ -48,11 +48,11 @@ enum class ConcernedTurn { Both, Horizontal, Vertical };
 
 /// One finding: what, how bad, where, and what to do about it.
 struct QualityReason {
-  QualityCode Code = QualityCode::NotConverged;
+  QualityCode Code = QualityCode::NotConverged;  ///< what was found
   /// The verdict can be no better than this; Good for a remark.
   Verdict Weight = Verdict::Usable;
-  ConcernedMagnetometer Magnetometer = ConcernedMagnetometer::Both;
-  ConcernedTurn Turn = ConcernedTurn::Both;
+  ConcernedMagnetometer Magnetometer = ConcernedMagnetometer::Both;  ///< where
+  ConcernedTurn Turn = ConcernedTurn::Both;                          ///< in which turn
   std::wstring Sentence;  ///< English, for the operator: what was found and what to do
 };
 

@@ -44,6 +44,7 @@ struct RigorousTipOptions {
 
 /// The tip and what it rests on.
 struct RigorousTip {
+  /// What of the tip could be told.
   TipStatus Status = TipStatus::TiltsImpossible;
   /// Offset of the tip from the antenna, in the unit of the pole length. x and y are not numbers
   /// when the heading cannot be told; none is a number when the tilts are impossible.

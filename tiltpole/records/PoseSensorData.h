@@ -22,9 +22,11 @@ namespace tiltpole {
 struct PoseSensorData {
   /// Time of day: hours [0], minutes [1], seconds [2].
   struct TimeOfDay {
-    std::int32_t Value[3] = {0, 0, 0};
+    std::int32_t Value[3] = {0, 0, 0};  ///< hours, minutes, seconds; not checked
 
+    /// The part to read or to write. Not checked: an index above 2 is undefined behaviour.
     std::int32_t& operator[](std::size_t i) { return Value[i]; }
+    /// The part to read. Not checked, either.
     const std::int32_t& operator[](std::size_t i) const { return Value[i]; }
   };
 

@@ -15,9 +15,9 @@ namespace tiltpole {
 
 /// A reading of one three-axis magnetometer [counts].
 struct MagneticReading {
-  double X = 0.0;
-  double Y = 0.0;
-  double Z = 0.0;
+  double X = 0.0;  ///< on the x axis
+  double Y = 0.0;  ///< on the y axis
+  double Z = 0.0;  ///< on the z axis
 };
 
 /// The corrected reading of a magnetometer; see Incline_MagneticCorrectParameter for the formula.

@@ -43,9 +43,14 @@ class TILTPOLE_EXPORT PoseSensorDataArray {
 
   /// @name For range-based loops over the entries in order
   /// @{
+
+  /// The first entry, to read; like the three others it holds until the next Add() or RemoveAll().
   PoseSensorData* const* begin() const { return m_entries.data(); }
+  /// Behind the last entry.
   PoseSensorData* const* end() const { return m_entries.data() + m_entries.size(); }
+  /// The first entry, to read or to replace.
   PoseSensorData** begin() { return m_entries.data(); }
+  /// Behind the last entry.
   PoseSensorData** end() { return m_entries.data() + m_entries.size(); }
   /// @}
 

@@ -21,6 +21,7 @@
 
 namespace tiltpole {
 
+/// How a host names a parent: a widget.
 using ParentWindow = QWidget*;
 
 namespace detail {
@@ -91,13 +92,27 @@ class TILTPOLE_CONTROLS_EXPORT StaticWindow : public detail::QtWindow {
 /// window in the sense of the controls, wherever a layout may have put it.
 class TILTPOLE_CONTROLS_EXPORT ChildWindow : public detail::QtWindow {
  public:
+  /// Erases nothing: such a window has no background.
+  /// @return 0
   int OnEraseBkgnd(DrawingContext* context) override;
+
+  /// Makes the window; tiltpole/platform/window.h says what the styles stand for.
+  ///
+  /// @param[in] window_class  not looked at: widgets have no classes by name
+  /// @param[in] extended_style, style  native bits: frame and visibility
+  /// @param[in] place   in the parent, frame included [pixels]
+  /// @param[in] parent  null: the widget keeps the parent that it has
+  /// @param[in] id      becomes the widget's object name
+  /// @return false when it was made before
   bool CreateChild(const wchar_t* window_class, std::uint32_t extended_style, std::uint32_t style,
                    const Rect& place, ParentWindow parent, unsigned id);
 
  protected:
+  /// Shows the kept picture, with the frame around it.
   void paintEvent(QPaintEvent* event) override;
+  /// Whether CreateChild has made the window.
   bool Exists() const override { return created_; }
+  /// Of the sunken frame [pixels]: 0 to 3, by the extended style.
   int FrameWidth() const override { return frame_width_; }
 
  private:

@@ -29,6 +29,7 @@ struct HWND__;
 
 namespace tiltpole {
 
+/// How a host names a parent: a HWND.
 using ParentWindow = HWND__*;
 
 namespace detail {
@@ -107,7 +108,17 @@ class TILTPOLE_CONTROLS_EXPORT StaticWindow : public detail::Win32Window {
 class TILTPOLE_CONTROLS_EXPORT ChildWindow : public detail::Win32Window {
  public:
   /// Erases nothing: the window's class has no background.
+  /// @return 0
   int OnEraseBkgnd(DrawingContext* context) override;
+
+  /// Makes the window, and registers its class where the process has not done so before.
+  ///
+  /// @param[in] window_class  the class' name
+  /// @param[in] extended_style, style  the window's native bits
+  /// @param[in] place   in the parent, edges included [pixels]
+  /// @param[in] parent  a child needs one
+  /// @param[in] id      the child's number in its parent
+  /// @return false when the object has a window already, or none could be made
   bool CreateChild(const wchar_t* window_class, std::uint32_t extended_style, std::uint32_t style,
                    const Rect& place, ParentWindow parent, unsigned id);
 };
