@@ -218,8 +218,7 @@ TILTPOLE_C_API int tiltpole_judge_failed_calibration(
 
 /// Holds parameters against ordinary raw samples of one place, as after loading a parameter file.
 /// @param[out] quality  a report that holds reasons alone: none when the parameters fit. Its
-/// verdict
-///                      is the worst of their weights.
+///                      verdict is the worst of their weights.
 TILTPOLE_C_API int tiltpole_check_parameters(const tiltpole_sample* samples, size_t count,
                                              const tiltpole_correction* correction_a,
                                              const tiltpole_correction* correction_b,
