@@ -100,7 +100,8 @@ TILTPOLE_C_API const char* tiltpole_last_error(void);
 /// hold for the duration of the call. It must not throw nor jump out.
 typedef void (*tiltpole_message_handler)(const char* text, const char* title, int icon, void* user);
 
-/// Says who shows the library's messages from now on, for the whole process.
+/// Says who shows the library's messages from now on, for the whole process. Not to be called while
+/// another thread runs a calibration or calls this, nor from inside a handler.
 ///
 /// @param[in] handler  called on the thread that runs the failing operation; null brings back the
 ///                     behaviour at the start

@@ -22,13 +22,18 @@ using MessageBoxHandler =
 
 /// Says who shows the library's messages from now on, for the whole process.
 ///
-/// At the start messages go to the windowing system's modal box where the process has one running,
-/// else to standard error, a line each. A host that shows warnings its own way, a test, or a
-/// program without a window sets a handler of its own.
+/// At the start messages go to the windowing system's modal box where the process has one running
+/// (on Qt once the first control has been made), else to standard error, a line each. A host that
+/// shows warnings its own way, a test, or a program without a window sets a handler of its own.
+///
+/// **Threads.** Nothing is locked. A host sets the handler while no other thread sets one or runs
+/// an operation that may show a message, a calibration or a step of the Kalman filter; for instance
+/// before it starts its threads. Where operations fail on several threads at once, each calls it.
 ///
 /// @param[in] handler  called on the thread that runs the failing operation; an empty one brings
-///                     back the behaviour at the start
-/// @return the handler that was set before, empty at the start. A handler must not throw.
+///                     back the behaviour at the start. It must not throw, nor call this function:
+///                     it would be replaced while it runs.
+/// @return the handler that was set before, empty at the start
 TILTPOLE_EXPORT MessageBoxHandler SetMessageBoxHandler(MessageBoxHandler handler);
 
 namespace detail {
