@@ -2,8 +2,15 @@
 #define TILTPOLE_TILTPOLE_C_H
 
 /// @file
-/// The library for C, and for every language that can call C: all but the matrices and the
-/// controls.
+/// The library for C, and for every language that can call C: measuring, calibrating, screening a
+/// turn, transforming, judging points and calibrations, and entries of a parameter file.
+///
+/// C++ alone has the controls, the matrices and what takes them: the Kalman filter, and the
+/// filters of tiltpole::CInclineSensor_MagneticAdjust for a host's own matrices. It also has the
+/// azimuth of a tip (tiltpole::CInclineSensor_Position::GetAngleofPoleProject), the sectors that a
+/// turn covers (tiltpole::CoveredSectors), the replacing of a parameter file that holds a host's
+/// own entries (tiltpole_position_replace() replaces that of a pole), and the single steps that the
+/// classes open to those that derive from them.
 ///
 /// **Results.** Every function that can fail returns a tiltpole_result: 0 when it did what it says,
 /// else a positive number, and then tiltpole_last_error() says in a sentence what was wrong. After
