@@ -23,6 +23,10 @@ int main() {
   std::printf("covered: %d %%\n", turn.GetRecordRate());
 
   const std::unique_ptr<tiltpole::PoseSensorDataArray> usable(turn.Filter());
+  if (usable == nullptr) {
+    std::printf("no usable sample: turn the pole again, evenly\n");
+    return 1;
+  }
   const std::unique_ptr<tiltpole::PoseSensorDataArray> spread(turn.Select(usable.get(), 60));
   std::printf("%d usable samples, %d selected\n", usable->GetSize(), spread->GetSize());
   // [coverage]
