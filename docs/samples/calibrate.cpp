@@ -36,18 +36,20 @@ std::vector<tiltpole::PoseSensorData> Turn(bool horizontal) {
 }  // namespace
 
 int main() {
-  // Failures come with messages; a host without a window of its own takes them itself.
+  const auto horizontal = Turn(true);
+  const auto vertical = Turn(false);
+  // [calibrate]
+  // A host without a window of its own takes the messages of a failure itself.
   std::vector<std::wstring> messages;
   tiltpole::SetMessageBoxHandler([&](const std::wstring& text, const std::wstring&,
                                      tiltpole::MessageIcon) { messages.push_back(text); });
 
-  const auto horizontal = Turn(true);
-  const auto vertical = Turn(false);
-  // [calibrate]
   tiltpole::CInclineSensor_MagneticAdjust calibration;
   for (const auto& sample : horizontal) calibration.Horizontal_Add(&sample);
   for (const auto& sample : vertical) calibration.Vertical_Add(&sample);
-  if (calibration.Adjust() == 0) {
+  const bool adjusted = calibration.Adjust() != 0;
+  tiltpole::SetMessageBoxHandler(nullptr);  // the messages go away before the process does
+  if (!adjusted) {
     const auto why = tiltpole::JudgeFailedCalibration(horizontal, vertical, messages);
     std::printf("%ls\n", why.Reasons.front().Sentence.c_str());
     return 1;
