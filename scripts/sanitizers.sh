@@ -10,6 +10,7 @@ launcher=()
 if command -v ccache >/dev/null; then launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache); fi
 windowing=()
 if [ -n "${TILTPOLE_WINDOWING:-}" ]; then windowing=(-DTILTPOLE_WINDOWING="$TILTPOLE_WINDOWING"); fi
+scripts/install_packages.sh
 cmake --preset sanitizers "${launcher[@]}" "${windowing[@]}"
 cmake --build --preset sanitizers -j "$(nproc)"
 
