@@ -5,6 +5,10 @@
 
 #include "apps/session/input_error.h"
 
+#ifdef _WIN32
+#include <cwchar>
+#endif
+
 namespace tiltpole::session {
 namespace fs = std::filesystem;
 namespace {
@@ -35,7 +39,31 @@ bool IsReplaceable(const fs::path& path) {
   return !fs::exists(status) || fs::is_regular_file(status);
 }
 
+// Not all of it need be there yet.
+fs::path WholePath(const fs::path& path) {
+  std::error_code error;
+  const fs::path whole = fs::weakly_canonical(fs::absolute(path, error), error);
+  return error ? path : whole;
+}
+
+bool IsSameName(const fs::path& a, const fs::path& b) {
+#ifdef _WIN32
+  return _wcsicmp(a.c_str(), b.c_str()) == 0;
+#else
+  return a == b;
+#endif
+}
+
 }  // namespace
+
+bool AreOneOutput(const std::string& a, const std::string& b) {
+  if (a == "-" || b == "-") return a == b;
+  const fs::path path_a = fs::u8path(a);
+  const fs::path path_b = fs::u8path(b);
+  std::error_code error;
+  if (fs::is_character_file(path_a, error)) return false;
+  return fs::equivalent(path_a, path_b, error) || IsSameName(WholePath(path_a), WholePath(path_b));
+}
 
 PendingFile::PendingFile(const std::string& path)
     : name_(path), target_(ResolveLink(fs::u8path(path))) {

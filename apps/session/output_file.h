@@ -9,6 +9,11 @@
 
 namespace tiltpole::session {
 
+/// Whether two outputs would meet: in one file, by whatever paths, or on standard output. A device
+/// takes both, one after the other.
+/// @param a, b  UTF-8; `-` means standard output
+bool AreOneOutput(const std::string& a, const std::string& b);
+
 /// A file in the making: written under another name in the same folder, and put in place of the
 /// old one by Commit. Without Commit the old file stays as it was and nothing is left behind.
 ///

@@ -1,14 +1,18 @@
 #include <algorithm>
+#include <filesystem>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "program.h"
+#include "sessions.h"
 #include "support/temporary_folder.h"
 
 namespace {
 
+using tiltpole_test::ProgramRun;
 using tiltpole_test::RunProgram;
+using tiltpole_test::Simulated;
 using tiltpole_test::TemporaryFolder;
 
 TEST(CommandLine, HelpGoesToStandardOutput) {
@@ -102,6 +106,60 @@ TEST(CommandLine, TwoOutputsInOneFileAreWrongUsage) {
   EXPECT_EQ(transform.status, 2);
   EXPECT_EQ(transform.out, "");
 }
+
+const std::string kTwoPairs = "source_x,source_y,target_x,target_y\n0,0,0,0\n1,0,2,0\n";
+
+ProgramRun TransformTo(const TemporaryFolder& folder, const std::string& output,
+                       const std::string& residuals) {
+  return RunProgram({"transform", folder.Write("pairs.csv", kTwoPairs), "--points",
+                     folder.Write("points.csv", "x,y\n1,1\n"), "-o", output, "--residuals",
+                     residuals});
+}
+
+TEST(CommandLine, TwoWaysToNameOneFileAreOneFile) {
+  const TemporaryFolder folder;
+  std::filesystem::create_directory(folder.File("inside"));
+  const std::string both = folder.File("both.txt");
+  for (const char* const other_way : {"./both.txt", "inside/../both.txt"}) {
+    const std::string same = folder.File(other_way);
+    for (const ProgramRun& run :
+         {RunProgram({"simulate", "--points", "1", "-o", both, "--true-params", same}),
+          RunProgram(
+              {"calibrate", folder.Write("turns.csv", Simulated()), "-o", both, "--report", same}),
+          TransformTo(folder, same, both)}) {
+      EXPECT_EQ(run.status, 2) << same;
+      EXPECT_NE(run.err.find(": is named for two outputs"), std::string::npos) << run.err;
+      EXPECT_FALSE(folder.Has("both.txt")) << same;
+    }
+  }
+  folder.Write("both.txt", "old");
+  EXPECT_EQ(TransformTo(folder, both, folder.File("./both.txt")).status, 2);
+  EXPECT_EQ(folder.Read("both.txt"), "old");
+}
+
+TEST(CommandLine, TwoFilesInOneFolderAreTwoOutputs) {
+  const TemporaryFolder folder;
+  const auto run = TransformTo(folder, folder.File("points.out"), folder.File("./pairs.out"));
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_TRUE(folder.Has("points.out"));
+  EXPECT_TRUE(folder.Has("pairs.out"));
+}
+
+#ifndef _WIN32
+TEST(CommandLine, ALinkAndItsFileAreOneFile) {
+  const TemporaryFolder folder;
+  const std::string real = folder.Write("real.csv", "old");
+  std::filesystem::create_symlink("real.csv", folder.File("link.csv"));
+  EXPECT_EQ(TransformTo(folder, real, folder.File("link.csv")).status, 2);
+  EXPECT_EQ(folder.Read("real.csv"), "old");
+}
+
+TEST(CommandLine, ADeviceTakesTwoOutputs) {
+  const TemporaryFolder folder;
+  const auto run = TransformTo(folder, "/dev/null", "/dev/null");
+  EXPECT_EQ(run.status, 0) << run.err;
+}
+#endif
 
 TEST(Simulate, TheSameSeedGivesTheSameSession) {
   const auto run = RunProgram({"simulate", "--seed", "5", "--points", "20"});

@@ -8,6 +8,7 @@
 
 #include "apps/session/input_error.h"
 #include "apps/session/number_text.h"
+#include "apps/session/output_file.h"
 
 namespace tiltpole::cli {
 
@@ -35,8 +36,10 @@ inline CLI::Validator ParameterFileName() {
 }
 
 /// Of two outputs in one file the second would take the place of the first.
+/// @param b  may be empty: no second output
 inline void RefuseOneFileForTwoOutputs(const std::string& a, const std::string& b) {
-  if (a == b) throw session::OutputError(a + ": is named for two outputs");
+  if (b.empty() || !session::AreOneOutput(a, b)) return;
+  throw session::OutputError(b + ": is named for two outputs");
 }
 
 }  // namespace tiltpole::cli
