@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "apps/session/input_error.h"
+#include "tiltpole/platform/file.h"
 
 #ifdef _WIN32
 #include <cwchar>
@@ -80,12 +81,14 @@ PendingFile::~PendingFile() {
 
 void PendingFile::Commit() {
   if (pending_ == target_) return;
+  if (!detail::BringToMedium(pending_.c_str())) Fail(name_, "cannot be written to its end");
   std::error_code error;
   if (fs::exists(target_, error)) {
     fs::permissions(pending_, fs::status(target_, error).permissions(), error);
   }
   fs::rename(pending_, target_, error);
   if (error) Fail(name_, "cannot be put in place: " + error.message());
+  detail::BringToMedium((target_.parent_path() / ".").c_str());
   pending_ = target_;
 }
 

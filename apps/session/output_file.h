@@ -15,7 +15,8 @@ namespace tiltpole::session {
 bool AreOneOutput(const std::string& a, const std::string& b);
 
 /// A file in the making: written under another name in the same folder, and put in place of the
-/// old one by Commit. Without Commit the old file stays as it was and nothing is left behind.
+/// old one by Commit, when it is whole on the medium: after a power cut, too, the old file or the
+/// new one stands there. Without Commit the old file stays as it was and nothing is left behind.
 ///
 /// What cannot be replaced by a rename (a device, a named pipe) is written in place.
 class PendingFile {
@@ -28,7 +29,8 @@ class PendingFile {
 
   /// Where to write.
   const std::filesystem::path& Path() const { return pending_; }
-  /// Puts the file, which the writer has closed, in its place; OutputError if that fails.
+  /// Puts the file, which the writer has closed, in its place, and waits for the medium;
+  /// OutputError if that fails.
   void Commit();
 
  private:

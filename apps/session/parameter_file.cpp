@@ -110,6 +110,7 @@ ParameterFileContent ReadParameterFile(const std::string& path) {
 
 void WriteParameterFile(const std::string& path, const CInclineSensor_Position& position) {
   PendingFile pending(path);
+  // Nothing stands under this name that a ConfigReplace would have to keep.
   if (position.ConfigSave(pending.Path().wstring()) == 0) {
     throw OutputError(path + ": cannot be opened for writing");
   }

@@ -179,7 +179,7 @@ class WhileItRuns(unittest.TestCase):
         os.remove(self.pending)
         status, err = self.end()
         self.assertEqual(status, 2)
-        self.assertIn(f"tiltpole: {self.old}: cannot be put in place: ", err)
+        self.assertIn(f"tiltpole: {self.old}: cannot be written to its end", err)
         with open(self.old, encoding="utf-8") as file:
             self.assertEqual(file.read(), "old")
 
@@ -187,7 +187,7 @@ class WhileItRuns(unittest.TestCase):
         shutil.rmtree(self.folder)
         status, err = self.end()
         self.assertEqual(status, 2)
-        self.assertIn("cannot be put in place: ", err)
+        self.assertIn("cannot be written to its end", err)
         self.assertFalse(os.path.exists(self.folder))
 
     def test_a_folder_that_took_the_name_meanwhile_is_told_and_nothing_is_left(self):

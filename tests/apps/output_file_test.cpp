@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <sstream>
 #include <string>
+#include <system_error>
 
 #include <gtest/gtest.h>
 
@@ -94,6 +95,19 @@ TEST(OutputFile, ANameBeyondAsciiIsTakenAsItIs) {
 }
 
 #ifndef _WIN32
+TEST(OutputFile, AFolderWhoseNameIsNoUtf8IsTakenAsItIs) {
+  const TemporaryFolder folder;
+  std::error_code error;
+  if (!std::filesystem::create_directory(folder.File("\xD6l"), error)) {
+    GTEST_SKIP() << "this system has no such names";
+  }
+  std::ostringstream standard_output;
+  OutputFile file(folder.File("\xD6l/out.csv"), standard_output);
+  file.Stream() << "rows";
+  file.Commit();
+  EXPECT_EQ(folder.Read("\xD6l/out.csv"), "rows");
+}
+
 TEST(OutputFile, ASymbolicLinkStaysALink) {
   namespace fs = std::filesystem;
   const TemporaryFolder folder;

@@ -10,6 +10,7 @@
 namespace {
 
 using tiltpole::PlatformFile;
+using tiltpole::detail::BringToMedium;
 using tiltpole::detail::MoveOverFile;
 using tiltpole::detail::PathExists;
 using tiltpole::detail::RemoveFile;
@@ -184,6 +185,17 @@ TEST_F(PlatformFileTest, FilesAndFoldersExistAndNothingElseDoes) {
   EXPECT_TRUE(PathExists(folder.Path()));
   EXPECT_FALSE(PathExists(folder / L"b"));
   EXPECT_FALSE(PathExists(L""));
+}
+
+TEST_F(PlatformFileTest, BringingAFileToTheMediumLeavesItAsItIs) {
+  WriteBytes(folder / L"a", "text");
+  EXPECT_TRUE(BringToMedium(tiltpole_test::NativePath(folder / L"a").c_str()));
+  EXPECT_EQ(ReadBytes(folder / L"a"), "text");
+}
+
+TEST_F(PlatformFileTest, AMissingFileIsNotBroughtToTheMedium) {
+  EXPECT_FALSE(BringToMedium(tiltpole_test::NativePath(folder / L"a").c_str()));
+  EXPECT_FALSE(PathExists(folder / L"a"));
 }
 
 TEST_F(PlatformFileTest, MovingOverAFileReplacesIt) {

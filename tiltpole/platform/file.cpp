@@ -49,13 +49,6 @@ std::string FolderOf(const std::string& path) {
   return slash == std::string::npos ? "." : path.substr(0, slash + 1);
 }
 
-void BringFolderToMedium(const std::string& folder) {
-  const int handle = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (handle < 0) return;
-  fsync(handle);
-  close(handle);
-}
-
 #endif
 
 }  // namespace
@@ -122,6 +115,14 @@ bool PathExists(const std::wstring& path) {
   return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
+bool BringToMedium(const wchar_t* path) {
+  std::FILE* const file = _wfopen(path, L"r+b");
+  if (file == nullptr) return false;
+  const bool arrived = tiltpole::BringToMedium(file);
+  std::fclose(file);
+  return arrived;
+}
+
 bool MoveOverFile(const std::wstring& from, const std::wstring& path) {
   return MoveFileExW(from.c_str(), path.c_str(),
                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
@@ -133,13 +134,21 @@ void RemoveFile(const std::wstring& path) noexcept { DeleteFileW(path.c_str()); 
 
 bool PathExists(const std::wstring& path) { return access(NarrowText(path).c_str(), F_OK) == 0; }
 
+bool BringToMedium(const char* path) {
+  const int handle = open(path, O_RDONLY | O_CLOEXEC);
+  if (handle < 0) return false;
+  const bool arrived = fsync(handle) == 0;
+  close(handle);
+  return arrived;
+}
+
 bool MoveOverFile(const std::wstring& from, const std::wstring& path) {
   const std::string source = NarrowText(from);
   const std::string target = NarrowText(path);
   const std::string folder = FolderOf(target);
   if (std::rename(source.c_str(), target.c_str()) != 0) return false;
   // A file's new name is on the medium only when its folder is.
-  BringFolderToMedium(folder);
+  BringToMedium(folder.c_str());
   return true;
 }
 

@@ -74,6 +74,20 @@ namespace detail {
 /// Whether something stands at the path: a file, readable or not, or a folder.
 TILTPOLE_EXPORT bool PathExists(const std::wstring& path);
 
+/// What the system's paths are made of.
+#ifdef _WIN32
+using PathCharacter = wchar_t;
+#else
+using PathCharacter = char;
+#endif
+
+/// Brings what a file holds onto the medium and waits for it, whoever wrote it. A folder's names
+/// are brought where the system can do so.
+///
+/// @param[in] path  in the system's own writing
+/// @return true when all of it has arrived
+TILTPOLE_EXPORT bool BringToMedium(const PathCharacter* path);
+
 /// Puts a file in the place of another in one step, on the medium too: whoever opens @p path, also
 /// after a power cut, finds either the old file or the new one, whole.
 ///
