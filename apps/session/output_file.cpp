@@ -26,12 +26,10 @@ fs::path ResolveLink(const fs::path& path) {
   return error ? path : resolved;
 }
 
+// Without the target's own name, which may be as long as the system lets a name be.
 fs::path PendingName(const fs::path& target) {
   std::random_device random;
-  fs::path name = ".";
-  name += target.filename();
-  name += "." + std::to_string(random()) + ".part";
-  return target.parent_path() / name;
+  return target.parent_path() / (".tiltpole-" + std::to_string(random()) + ".part");
 }
 
 bool IsReplaceable(const fs::path& path) {

@@ -153,7 +153,7 @@ class WhileItRuns(unittest.TestCase):
 
     def wait_for_pending(self):
         for _ in range(1000):
-            found = glob.glob(os.path.join(self.folder, ".out.csv.*.part"))
+            found = glob.glob(os.path.join(self.folder, ".tiltpole-*.part"))
             if found:
                 return found[0]
             time.sleep(0.01)

@@ -108,6 +108,16 @@ TEST(OutputFile, AFolderWhoseNameIsNoUtf8IsTakenAsItIs) {
   EXPECT_EQ(folder.Read("\xD6l/out.csv"), "rows");
 }
 
+TEST(OutputFile, TheLongestNameOfTheSystemIsTaken) {
+  const TemporaryFolder folder;
+  const std::string name = std::string(251, 'a') + ".csv";
+  std::ostringstream standard_output;
+  OutputFile file(folder.File(name), standard_output);
+  file.Stream() << "rows";
+  file.Commit();
+  EXPECT_EQ(folder.Read(name), "rows");
+}
+
 TEST(OutputFile, ASymbolicLinkStaysALink) {
   namespace fs = std::filesystem;
   const TemporaryFolder folder;
