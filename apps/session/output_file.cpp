@@ -70,6 +70,7 @@ PendingFile::PendingFile(const std::string& path)
   if (path.empty()) Fail("''", "is no file name");
   if (fs::is_directory(target_, error)) Fail(name_, "is a folder, not a file");
   pending_ = path != "-" && IsReplaceable(target_) ? PendingName(target_) : target_;
+  if (pending_ != target_) while_pending_.emplace(pending_);
 }
 
 PendingFile::~PendingFile() {
@@ -88,6 +89,7 @@ void PendingFile::Commit() {
   if (error) Fail(name_, "cannot be put in place: " + error.message());
   detail::BringToMedium((target_.parent_path() / ".").c_str());
   pending_ = target_;
+  while_pending_.reset();
 }
 
 OutputFile::OutputFile(const std::string& path, std::ostream& standard_output)

@@ -4,8 +4,11 @@
 
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <ostream>
 #include <string>
+
+#include "apps/session/removed_by_signal.h"
 
 namespace tiltpole::session {
 
@@ -16,7 +19,9 @@ bool AreOneOutput(const std::string& a, const std::string& b);
 
 /// A file in the making: written under another name in the same folder, and put in place of the
 /// old one by Commit, when it is whole on the medium: after a power cut, too, the old file or the
-/// new one stands there. Without Commit the old file stays as it was and nothing is left behind.
+/// new one stands there. Without Commit the old file stays as it was and nothing is left behind,
+/// nor by a signal where LetSignalsRemoveFiles was called. A program that is ended by force leaves
+/// the file in the making, `.tiltpole-<number>.part`.
 ///
 /// What cannot be replaced by a rename (a device, a named pipe) is written in place.
 class PendingFile {
@@ -37,6 +42,7 @@ class PendingFile {
   std::string name_;
   std::filesystem::path target_;
   std::filesystem::path pending_;
+  std::optional<RemovedBySignal> while_pending_;
 };
 
 /// A stream to a file that appears whole or not at all, or to standard output for `-`.

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "apps/session/removed_by_signal.h"
 #include "apps/tiltpole/command_line.h"
 
 #ifdef _WIN32
@@ -65,6 +66,7 @@ int main(int count, char** values) {
   std::ios::sync_with_stdio(false);
   std::cin.tie(nullptr);
   PrepareStreams();
+  tiltpole::session::LetSignalsRemoveFiles();
   tiltpole::cli::Console console{std::cin, std::cout, std::cerr, ErrorIsTerminal()};
   return tiltpole::cli::RunCommandLine(Arguments(count, values), console);
 }

@@ -6,6 +6,7 @@ import glob
 import os
 import resource
 import shutil
+import signal
 import stat
 import subprocess
 import sys
@@ -144,8 +145,11 @@ class WhileItRuns(unittest.TestCase):
         self.old = os.path.join(self.folder, "out.csv")
         with open(self.old, "w", encoding="utf-8") as file:
             file.write("old")
+        self.start()
+
+    def start(self, **how):
         self.program = subprocess.Popen(
-            [PROGRAM, "measure", "-", "--pole-length", "2", "-o", self.old],
+            [PROGRAM, "measure", "-", "--pole-length", "2", "-o", self.old], **how,
             stdin=subprocess.PIPE, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True)
         self.program.stdin.write(HEADER + ROWS)
         self.program.stdin.flush()
@@ -199,10 +203,30 @@ class WhileItRuns(unittest.TestCase):
         self.assertEqual(os.listdir(self.folder), ["out.csv"])
         self.assertEqual(os.listdir(self.old), [])
 
-    def test_a_program_that_is_ended_leaves_the_old_file(self):
-        self.program.terminate()
+    def expect_old_file_alone(self):
+        with open(self.old, encoding="utf-8") as file:
+            self.assertEqual(file.read(), "old")
+        self.assertEqual(os.listdir(self.folder), ["out.csv"])
+
+    def test_a_program_that_a_signal_ends_leaves_the_old_file_alone(self):
+        for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
+            with self.subTest(number):
+                self.program.send_signal(number)
+                self.program.communicate()
+                self.assertEqual(self.program.returncode, -number)
+                self.expect_old_file_alone()
+                self.start()
+        self.end()
+
+    def test_a_signal_that_the_shell_has_ignored_ends_nothing(self):
+        self.end()
+        self.start(preexec_fn=lambda: signal.signal(signal.SIGHUP, signal.SIG_IGN))
+        self.program.send_signal(signal.SIGHUP)
+        self.assertEqual(self.end()[0], 0)
+
+    def test_a_program_that_is_killed_leaves_the_old_file(self):
+        self.program.kill()
         self.program.communicate()
-        self.assertNotEqual(self.program.returncode, 0)
         with open(self.old, encoding="utf-8") as file:
             self.assertEqual(file.read(), "old")
 

@@ -1,5 +1,6 @@
 #include "apps/session/output_file.h"
 
+#include <csignal>
 #include <filesystem>
 #include <sstream>
 #include <string>
@@ -129,6 +130,22 @@ TEST(OutputFile, ASymbolicLinkStaysALink) {
   file.Commit();
   EXPECT_TRUE(fs::is_symlink(folder.File("link.csv")));
   EXPECT_EQ(folder.Read("real.csv"), "new");
+}
+
+TEST(OutputFile, ASignalRemovesEveryFileInTheMakingAndNoOther) {
+  const TemporaryFolder folder;
+  const auto end_while_writing = [&folder] {
+    tiltpole::session::LetSignalsRemoveFiles();
+    std::ostringstream standard_output;
+    OutputFile done(folder.File("done.csv"), standard_output);
+    done.Commit();
+    OutputFile first(folder.File("first.csv"), standard_output);
+    OutputFile second(folder.File("second.csv"), standard_output);
+    static_cast<void>(std::raise(SIGTERM));
+  };
+  EXPECT_EXIT(end_while_writing(), testing::KilledBySignal(SIGTERM), "");
+  EXPECT_TRUE(folder.Has("done.csv"));
+  EXPECT_EQ(folder.CountFiles(), 1);
 }
 
 TEST(OutputFile, AFullDeviceIsAnError) {
