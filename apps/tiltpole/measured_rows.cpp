@@ -20,8 +20,8 @@ constexpr Names kStateColumns = {"heading_a", "heading_b", "stationary", "interf
 constexpr Names kDeviationColumns = {"sd_north", "sd_east", "sd_height"};
 constexpr Names kErrorColumns = {"error_north", "error_east", "error_height", "error"};
 
-// A column of the input that has the name of a result, as when a result is measured again, gives
-// way to it.
+// A column of the input that has the name of a result gives way to it: a header that names a column
+// twice cannot be read.
 bool IsResult(const std::string& column) {
   for (const Names names :
        {kOffsetColumns, kTipColumns, kStateColumns, kDeviationColumns, kErrorColumns}) {

@@ -51,12 +51,25 @@ TEST(Measure, FurtherColumnsComeAlong) {
   EXPECT_NE(run.out.find("measure,08:00:00,0,0,P 7,0.000000"), std::string::npos);
 }
 
-TEST(Measure, AResultMeasuredAgainGetsNewResultsInPlaceOfTheOld) {
+TEST(Measure, AColumnWithTheNameOfAResultGivesWayToIt) {
   const auto run =
       Measure("heading_a,error," + kHeader + "5,7,measure,08:00:00,0,0,1,0,0,-1,0,0\n");
-  EXPECT_EQ(run.out.substr(0, run.out.find('\n')),
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out,
             "set,time,incline_x,incline_y,offset_north,offset_east,offset_height,heading_a,"
-            "heading_b,stationary,interference");
+            "heading_b,stationary,interference\n"
+            "measure,08:00:00,0,0,0.000000,0.000000,-2.000000,0.000000,180.000000,1,0\n");
+}
+
+TEST(Measure, AResultIsNoSessionToMeasureAgain) {
+  const auto first = Measure(kHeader + "measure,08:00:00,0,0,1,0,0,-1,0,0\n");
+  const auto again = Measure(first.out);
+  EXPECT_EQ(again.status, 2);
+  EXPECT_EQ(again.out, "");
+  EXPECT_NE(again.err.find("standard input:1: column mag_x_a, mag_y_a, mag_z_a, mag_x_b, mag_y_b, "
+                           "mag_z_b: missing in the header"),
+            std::string::npos)
+      << again.err;
 }
 
 TEST(Measure, TheAntennaGivesAPositionAndTheTruthAnError) {
@@ -88,9 +101,13 @@ TEST(Measure, OnlyTheRowsOfTheSetAreMeasured) {
   const std::string rows =
       "horizontal,08:00:01,0,0,1,0,0,-1,0,0\nvertical,08:00:02,0,0,1,0,0,-1,0,0\n"
       "measure,08:00:03,0,0,1,0,0,-1,0,0\n";
-  EXPECT_NE(Measure(kHeader + rows).out.find("\nmeasure,08:00:03"), std::string::npos);
+  const auto measured = Measure(kHeader + rows);
+  EXPECT_NE(measured.out.find("\nmeasure,08:00:03"), std::string::npos);
+  EXPECT_EQ(measured.out.find("horizontal,"), std::string::npos);
+  EXPECT_EQ(measured.out.find("vertical,"), std::string::npos);
   const auto vertical = Measure(kHeader + rows, {"--set", "vertical"});
   EXPECT_NE(vertical.out.find("\nvertical,08:00:02"), std::string::npos);
+  EXPECT_EQ(vertical.out.find("horizontal,"), std::string::npos);
   EXPECT_EQ(vertical.out.find("measure,"), std::string::npos);
 }
 
