@@ -21,10 +21,13 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 CsvReader::CsvReader(std::istream& in, std::string name)
     : in_(in), name_(std::move(name)), buffer_(kBufferSize) {
-  if (!NextLine()) throw InputError(name_, "is empty; expected a header row");
-  if (line_.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0) {
-    line_.erase(0, kByteOrderMark.size());
-  }
+  do {
+    if (!NextLine()) throw InputError(name_, "is empty; expected a header row");
+    if (line_number_ == 1 && line_.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0) {
+      line_.erase(0, kByteOrderMark.size());
+    }
+  } while (Trimmed(line_).empty());
+  header_line_ = line_number_;
   SplitLine();
   for (const auto field : fields_) columns_.emplace_back(Trimmed(field));
   CheckHeader();
@@ -56,7 +59,7 @@ std::vector<std::size_t> CsvReader::Require(const std::vector<std::string>& colu
   }
   if (missing.empty()) return places;
   const bool semicolons = columns_.size() == 1 && columns_[0].find(';') != std::string::npos;
-  throw InputError(name_, 1, missing,
+  throw InputError(name_, header_line_, missing,
                    "missing in the header; expected the columns " + expected +
                        (semicolons ? ", separated by commas, not semicolons" : ""));
 }

@@ -15,8 +15,8 @@ namespace tiltpole::session {
 /// A CSV file whose first row names the columns.
 ///
 /// Fields are separated by commas; one that holds commas or quotes is quoted, and a quote within
-/// it doubled. Lines end with LF or CR LF, a byte-order mark at the start and empty lines are
-/// passed over. Whatever is wrong is thrown as InputError.
+/// it doubled. Lines end with LF or CR LF; a byte-order mark at the start and empty lines, above
+/// the header too, are passed over. Whatever is wrong is thrown as InputError.
 class CsvReader {
  public:
   /// Reads the header.
@@ -63,6 +63,7 @@ class CsvReader {
   std::uint64_t bytes_read_ = 0;
   std::string line_;
   std::size_t line_number_ = 0;
+  std::size_t header_line_ = 0;
   std::vector<std::string_view> fields_;
   std::vector<std::string> columns_;
 };

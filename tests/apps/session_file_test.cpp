@@ -102,6 +102,16 @@ TEST(SessionFile, CarriageReturnsAByteOrderMarkAndEmptyLinesMakeNoDifference) {
   EXPECT_EQ(rows[0].sensors.MagneticZ_B, 6.0);
 }
 
+TEST(SessionFile, EmptyLinesAboveTheHeaderArePassedOver) {
+  EXPECT_EQ(ReadAll("\n \r\n" + kHeader + kRow).size(), 1u);
+  EXPECT_EQ(ReadAll("\xEF\xBB\xBF\n" + kHeader + kRow).size(), 1u);
+  EXPECT_EQ(ErrorOf("\n\nset,,time\n"),
+            "block.csv:3: a column has no name; expected a name for every column");
+  EXPECT_NE(ErrorOf("\n" + kHeader.substr(4)).find("block.csv:2: column set: missing"),
+            std::string::npos);
+  EXPECT_EQ(ErrorOf("\n\n"), "block.csv: is empty; expected a header row");
+}
+
 TEST(SessionFile, TheLastLineNeedsNoLineEnd) {
   EXPECT_EQ(ReadAll(kHeader + "measure,08:30:59,1.5,-2.5,1,2,3,4,5,6").size(), 1u);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-// The subcommands: one file each, entered in the list at the end of command_line.cpp.
+// The subcommands: one file each, entered in the list in command_line.cpp.
 
 #include <functional>
 
