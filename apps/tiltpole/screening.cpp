@@ -24,7 +24,9 @@ class Turn : public Filter {
     for (std::size_t i = 0; i < samples.size(); ++i) {
       auto record = std::make_unique<PoseSensorData>(samples[i].sensors);
       record->Aux[0] = static_cast<double>(i);
-      this->Add(record.release());
+      // Owned by the turn only once it is added: without room for it Add throws.
+      this->Add(record.get());
+      static_cast<void>(record.release());
     }
   }
 
