@@ -52,6 +52,8 @@ void PrintHeadings(const CalibrationQuality& quality, std::ostream& out) {
   table.Row({"B against A, as read", Text(difference.Mean), Text(difference.StandardDeviation),
              Text(difference.Largest)});
   table.Print(out);
+  out << "The largest errors of A and B leave out the noise of one reading, which the deviation "
+         "holds.\n";
 }
 
 std::vector<std::string> FieldRow(const std::string& name, const MagnetometerQuality& one) {

@@ -39,9 +39,9 @@ TEST(Calibrate, PrintsTheParametersAndTheScatterOfTheRadius) {
   const TemporaryFolder folder;
   const auto run = RunProgram({"calibrate", "-", "-o", folder.File("pole.txt")}, Simulated());
   ASSERT_EQ(run.status, 0) << run.err;
-  for (const char* const text :
-       {"parameter", "x0", "translation: dX", "A horizontal", "A vertical", "B horizontal",
-        "B vertical", "out of plane", "expected heading error", "verdict: "}) {
+  for (const char* const text : {"parameter", "x0", "translation: dX", "A horizontal", "A vertical",
+                                 "B horizontal", "B vertical", "out of plane",
+                                 "expected heading error", "leave out the noise", "verdict: "}) {
     EXPECT_NE(run.out.find(text), std::string::npos) << text;
   }
 }
