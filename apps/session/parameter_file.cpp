@@ -1,9 +1,8 @@
 #include "apps/session/parameter_file.h"
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 
 #include "apps/session/ascii_text.h"
@@ -12,13 +11,28 @@
 #include "apps/session/number_text.h"
 #include "apps/session/output_file.h"
 #include "tiltpole/persistence/CParameterFile.h"
+#include "tiltpole/platform/file.h"
 #include "tiltpole/positioning/parameter_keys.h"
 
 namespace tiltpole::session {
 namespace fs = std::filesystem;
 namespace {
 
-void CheckEntry(const CParameterFile& file, const std::wstring& wide_key,
+// As long as the file says it is: a device may have no end.
+std::string TextOf(const std::wstring& path) {
+  PlatformFile file;
+  std::string text;
+  if (file.OpenExisting(path)) file.Read(text);
+  return text;
+}
+
+// Where the entry is that counts: the first.
+std::string LineOf(const std::string& key, const std::string& text) {
+  const std::string before = text.substr(0, text.find("[" + key + "]"));
+  return "line " + std::to_string(1 + std::count(before.begin(), before.end(), '\n'));
+}
+
+void CheckEntry(const CParameterFile& file, const std::wstring& wide_key, const std::string& whole,
                 ParameterFileContent& content) {
   const std::string key = NarrowAscii(wide_key);
   std::wstring text;
@@ -30,14 +44,12 @@ void CheckEntry(const CParameterFile& file, const std::wstring& wide_key,
   file.ReadDouble(wide_key, value);
   content.entries.push_back({key, value});
   if (!ParseNumber(NarrowAscii(text))) {
-    content.problems.push_back(key + " is " + Quoted(NarrowAscii(text)) +
-                               "; expected a finite decimal number");
+    content.problems.push_back(LineOf(key, whole) + ": " + key + " is " +
+                               Quoted(NarrowAscii(text)) + "; expected a finite decimal number");
   }
 }
 
-void WarnOfDuplicates(const std::string& path, std::vector<std::string>& warnings) {
-  std::ifstream in(fs::u8path(path), std::ios::binary);
-  const std::string text(std::istreambuf_iterator<char>(in), {});
+void WarnOfDuplicates(const std::string& text, std::vector<std::string>& warnings) {
   for (const wchar_t* const wide_key : kParameterKeys) {
     const std::string key = NarrowAscii(wide_key);
     const std::string entry = "[" + key + "]";
@@ -70,9 +82,11 @@ bool IsDefault(const Incline_MagneticCorrectParameter& par) {
 void JudgeValues(ParameterFileContent& content) {
   const auto par_a = content.position.GetMagneticCorrectPar_A();
   const auto par_b = content.position.GetMagneticCorrectPar_B();
+  content.calibrated = !IsDefault(par_a) || !IsDefault(par_b);
+  // What stands for an entry that is missing or no number says nothing of the calibration.
+  if (!content.problems.empty()) return;
   WarnOfOddCorrection("MagneticA", par_a, content.warnings);
   WarnOfOddCorrection("MagneticB", par_b, content.warnings);
-  content.calibrated = !IsDefault(par_a) || !IsDefault(par_b);
   if (!content.calibrated) {
     content.warnings.emplace_back("both corrections are the default: nothing is calibrated");
   }
@@ -99,11 +113,12 @@ ParameterFileContent ReadParameterFile(const std::string& path) {
   if (file.OpenForRead(wide_path) == 0 || content.position.ConfigRead(wide_path) == 0) {
     throw InputError(path, "cannot be read");
   }
-  for (const wchar_t* const key : kParameterKeys) CheckEntry(file, key, content);
+  const std::string text = TextOf(wide_path);
+  for (const wchar_t* const key : kParameterKeys) CheckEntry(file, key, text, content);
   if (content.entries.empty()) {
     throw InputError(path, "is no parameter file; expected entries such as [MagneticA.a]0.0");
   }
-  WarnOfDuplicates(path, content.warnings);
+  WarnOfDuplicates(text, content.warnings);
   JudgeValues(content);
   return content;
 }

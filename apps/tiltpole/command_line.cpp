@@ -2,6 +2,8 @@
 
 #include <exception>
 #include <new>
+#include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -32,6 +34,19 @@ int Fail(const char* what, ExitStatus status, Console& console) {
   return status;
 }
 
+// The parser misses the subcommand before it minds the word that stands in its place.
+std::string UsageMessage(const CLI::App* program, const CLI::Error& error) {
+  const CLI::App* last = program;
+  while (!last->get_subcommands().empty()) last = last->get_subcommands().front();
+  const std::vector<std::string> others = last->remaining();
+  const bool unknown =
+      last->get_require_subcommand_min() > 0 && !others.empty() && others.front()[0] != '-';
+  const std::string message = unknown ? session::Quoted(others.front()) + " is no subcommand\n" +
+                                            "Run with --help for more information.\n"
+                                      : CLI::FailureMessage::simple(program, error);
+  return "tiltpole: " + message;
+}
+
 int RunAction(const Action& action, Console& console) {
   const MessagesToStream messages(console.err);
   try {
@@ -50,6 +65,7 @@ int ParseAndRun(const std::vector<std::string>& arguments, Console& console) {
   program.set_version_flag("--version", "tiltpole " TILTPOLE_VERSION);
   program.require_subcommand(1);
   program.footer(kFooter);
+  program.failure_message(UsageMessage);
   Action action;
   for (const AddCommand add : kCommands) add(program, action);
 

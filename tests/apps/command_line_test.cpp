@@ -64,6 +64,26 @@ TEST(CommandLine, AnUnknownSubcommandIsWrongUsage) {
   EXPECT_NE(run.err, "");
 }
 
+TEST(CommandLine, AnUnknownSubcommandIsNamed) {
+  const auto run = RunProgram({"survey", "-o", "x"});
+  EXPECT_NE(run.err.find("tiltpole: 'survey' is no subcommand\n"), std::string::npos) << run.err;
+}
+
+TEST(CommandLine, WrongUsageIsToldAsEveryErrorIs) {
+  for (const std::vector<std::string>& arguments : {std::vector<std::string>{},
+                                                    {"measure", "x.csv", "y.csv"},
+                                                    {"simulate", "--colour", "red"}}) {
+    const auto run = RunProgram(arguments);
+    EXPECT_EQ(run.err.rfind("tiltpole: ", 0), 0u) << run.err;
+    EXPECT_EQ(run.err.find("is no subcommand"), std::string::npos) << run.err;
+  }
+}
+
+TEST(CommandLine, HelpTellsTheRangeOfACount) {
+  const auto run = RunProgram({"simulate", "--help"});
+  EXPECT_NE(run.out.find("--samples INT:0 to 1000000000=360"), std::string::npos) << run.out;
+}
+
 TEST(CommandLine, AnUnknownOptionIsWrongUsage) {
   EXPECT_EQ(RunProgram({"simulate", "--colour", "red"}).status, 2);
 }
@@ -183,6 +203,16 @@ TEST(Simulate, TheSameSeedGivesTheSameSession) {
   EXPECT_NE(run.out, RunProgram({"simulate", "--seed", "6", "--points", "20"}).out);
 }
 
+TEST(Simulate, ASeedOutOfItsRangeIsWrongUsage) {
+  for (const char* const seed : {"-1", "18446744073709551616", "1.5", "nan"}) {
+    const auto run = RunProgram({"simulate", "--points", "1", "--seed", seed});
+    EXPECT_EQ(run.status, 2) << seed;
+    EXPECT_EQ(run.out, "") << seed;
+    EXPECT_NE(run.err.find("--seed"), std::string::npos) << run.err;
+  }
+  EXPECT_EQ(RunProgram({"simulate", "--points", "1", "--seed", "18446744073709551615"}).status, 0);
+}
+
 TEST(Simulate, WritesTheRowsAskedFor) {
   const auto run = RunProgram({"simulate", "--samples", "7", "--points", "3", "-o", "-"});
   EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 1 + 2 * 7 + 3);
@@ -227,6 +257,17 @@ TEST(Params, NamesWhatIsMissingOrNoNumber) {
             std::string::npos);
   EXPECT_NE(run.err.find("MagneticA.c is 'inf'"), std::string::npos);
   EXPECT_NE(run.err.find("CoorTrans.dZ is missing"), std::string::npos);
+}
+
+TEST(Params, TellsTheLineOfWhatIsNoNumberAndNothingElseOfIt) {
+  const TemporaryFolder folder;
+  RunProgram(
+      {"simulate", "-o", folder.File("block.csv"), "--true-params", folder.File("pole.txt")});
+  std::string text = folder.Read("pole.txt");
+  text.insert(text.find("[MagneticA.b]") + 13, "abc");
+  const auto run = RunProgram({"params", folder.Write("bad.txt", text)});
+  EXPECT_NE(run.err.find("bad.txt: line 2: MagneticA.b is 'abc"), std::string::npos) << run.err;
+  EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
 }
 
 TEST(Params, WarnsOfDuplicatesAndOddScales) {
@@ -334,6 +375,24 @@ TEST(Transform, AMissingColumnIsNamed) {
   EXPECT_EQ(run.status, 2);
   EXPECT_NE(run.err.find("standard input:1: column target_y: missing"), std::string::npos)
       << run.err;
+}
+
+TEST(Transform, PointsThatAreTransformedAlreadyAreRefused) {
+  const TemporaryFolder folder;
+  const auto pairs = folder.Write("pairs.csv", kPairs);
+  const auto run = RunProgram({"transform", pairs, "--points", "-"}, "x,transformed_y,y\n3,4,5\n");
+  EXPECT_EQ(run.status, 2);
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(run.err,
+            "tiltpole: standard input:1: column transformed_y: stands there already; expected "
+            "points without it\n");
+}
+
+TEST(Transform, StandardInputServesOnce) {
+  const auto run = RunProgram({"transform", "-", "--points", "-"}, kPairs);
+  EXPECT_EQ(run.status, 2);
+  EXPECT_EQ(run.err,
+            "tiltpole: standard input: cannot serve twice, for the pairs and for the points\n");
 }
 
 TEST(Transform, ABadPointLeavesNoOutputBehind) {

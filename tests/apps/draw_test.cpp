@@ -71,6 +71,13 @@ TEST(Draw, APictureOfOnePixelIsAPicture) {
   EXPECT_EQ(Draw({"gauges", "--size", "1", "1"}).image.size(), QSize(1, 1));
 }
 
+TEST(Draw, AValueThatIsNoNumberIsWrongUsage) {
+  for (const char* const value : {"nan", "inf", "-inf"}) {
+    EXPECT_EQ(Draw({"compass", "--value", value}).run.status, 2) << value;
+    EXPECT_EQ(Draw({"gauges", "--value", value}).run.status, 2) << value;
+  }
+}
+
 TEST(Draw, ADashIsStandardOutput) {
   const ProgramRun run = RunProgram({"draw", "compass", "--size", "31", "21", "-o", "-"});
   EXPECT_EQ(run.status, 0);

@@ -205,7 +205,7 @@ void AddCalibrate(CLI::App& program, Action& action) {
   command
       .add_option("--screen", options->screen,
                   "Screen both turns and use about so many samples of each; 0 uses all samples")
-      ->check(CLI::Range(0, 1'000'000'000))
+      ->check(WholeNumberBetween(0, 1'000'000'000))
       ->capture_default_str();
   command.add_option(
       "--report", options->report,

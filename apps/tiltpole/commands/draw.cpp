@@ -14,6 +14,7 @@
 #include "apps/session/output_file.h"
 #include "apps/session/session_reader.h"
 #include "apps/tiltpole/commands/commands.h"
+#include "apps/tiltpole/commands/option_checks.h"
 #include "tiltpole/controls/CGraphCompass.h"
 #include "tiltpole/controls/CGraphIncline_Left.h"
 #include "tiltpole/controls/CGraphIncline_Right.h"
@@ -146,7 +147,7 @@ void AddPictureOptions(CLI::App& command, PictureOptions& picture, int width, in
   command.add_option("-o,--output", picture.output, "PNG file")->required();
   command.add_option("--size", picture.size, "Of the picture, pixels")
       ->expected(2)
-      ->check(CLI::Range(1, 10000))
+      ->check(WholeNumberBetween(1, 10000))
       ->type_name("WIDTH HEIGHT")
       ->capture_default_str();
 }
@@ -155,7 +156,9 @@ void AddDial(CLI::App& draw, Action& action, const char* name, const char* what,
              int height, int (*run)(const DialOptions&, Console&)) {
   const auto options = std::make_shared<DialOptions>();
   CLI::App& command = *draw.add_subcommand(name, what);
-  command.add_option("--value", options->value, "Degrees")->capture_default_str();
+  command.add_option("--value", options->value, "Degrees")
+      ->check(NumberBetween(-1e6, 1e6))
+      ->capture_default_str();
   command.add_option("--mark", options->marks, "Whole degrees at which a green mark stands");
   AddPictureOptions(command, options->picture, width, height);
   RunsWith(command, action, options, run);
@@ -174,7 +177,9 @@ void AddPlot(CLI::App& draw, Action& action) {
   command.add_option("--plane", options->plane, "Which components")
       ->check(CLI::IsMember({"xy", "xz"}))
       ->capture_default_str();
-  command.add_option("--center", options->centers, "A centre to show as a red cross, counts")
+  command
+      .add_option("--center", options->centers,
+                  "A centre to show as a red cross, counts; once for each of several")
       ->expected(3)
       ->type_name("X Y Z");
   AddPictureOptions(command, options->picture, 400, 400);

@@ -26,6 +26,12 @@ inline CLI::Validator NumberBetween(double least, double most) {
   return {check, range};
 }
 
+/// A whole number in a range, both ends included, told in the same words.
+template <typename Integer>
+CLI::Validator WholeNumberBetween(Integer least, Integer most) {
+  return CLI::Range(least, most).description(std::to_string(least) + " to " + std::to_string(most));
+}
+
 /// The name of a parameter file, which cannot be a stream: it is checked before it is used, and
 /// takes the place of an old one.
 inline CLI::Validator ParameterFileName() {

@@ -8,6 +8,7 @@
 #include "apps/session/output_file.h"
 #include "apps/session/session_writer.h"
 #include "apps/tiltpole/commands/commands.h"
+#include "apps/tiltpole/commands/option_checks.h"
 #include "apps/tiltpole/screening.h"
 #include "apps/tiltpole/session_table.h"
 #include "apps/tiltpole/summary.h"
@@ -99,7 +100,7 @@ void AddScreen(CLI::App& program, Action& action) {
   command
       .add_option("--select", options->select,
                   "Thin to about so many samples; 0 keeps all that pass the filters")
-      ->check(CLI::Range(0, 1'000'000'000))
+      ->check(WholeNumberBetween(0, 1'000'000'000))
       ->capture_default_str();
   command.add_option("-o,--output", options->output, "Where the rows go")->capture_default_str();
   command.add_flag("--json", options->json, kSummaryOptionHelp);

@@ -1,7 +1,11 @@
 // tiltpole simulate: a session with a pole whose truth is known.
 
+#include <charconv>
+#include <cstdint>
+#include <limits>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "apps/session/output_file.h"
@@ -86,6 +90,20 @@ int Simulate(const SimulateOptions& options, Console& console) {
   return kDone;
 }
 
+// The parser's own conversion takes a sign and numbers beyond the range.
+CLI::Validator Seed() {
+  const std::string range =
+      "0 to " + std::to_string(std::numeric_limits<decltype(SimulateOptions::seed)>::max());
+  const auto check = [range](const std::string& text) -> std::string {
+    decltype(SimulateOptions::seed) seed = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, seed);
+    if (error == std::errc() && stop == end) return {};
+    return text + " is no whole number from " + range;
+  };
+  return {check, range};
+}
+
 void AddSensorOptions(CLI::App& command, const std::string& which, std::vector<double>& offset,
                       std::vector<double>& scale, std::vector<double>& cross) {
   command
@@ -126,12 +144,13 @@ void AddSimulate(CLI::App& program, Action& action) {
                   "Also write the parameter file that undoes the simulated errors exactly")
       ->check(ParameterFileName());
   command.add_option("--seed", options->seed, "The same seed gives the same session everywhere")
+      ->check(Seed())
       ->capture_default_str();
   command.add_option("--samples", options->plan.samples_per_turn, "Samples per turn")
-      ->check(CLI::Range(std::int64_t{0}, std::int64_t{1'000'000'000}))
+      ->check(WholeNumberBetween(std::int64_t{0}, std::int64_t{1'000'000'000}))
       ->capture_default_str();
   command.add_option("--points", options->plan.points, "Points to measure")
-      ->check(CLI::Range(std::int64_t{0}, std::int64_t{1'000'000'000}))
+      ->check(WholeNumberBetween(std::int64_t{0}, std::int64_t{1'000'000'000}))
       ->capture_default_str();
   command.add_option("--max-tilt", options->plan.largest_tilt, "Largest tilt at a point, degrees")
       ->check(NumberBetween(0.0, 90.0))

@@ -9,6 +9,7 @@
 
 #include "apps/session/csv_reader.h"
 #include "apps/session/csv_writer.h"
+#include "apps/session/input_error.h"
 #include "apps/session/input_file.h"
 #include "apps/session/number_text.h"
 #include "apps/session/output_file.h"
@@ -109,8 +110,11 @@ void TransformPoints(const TransformOptions& options, const CMagneticConvert& co
   const auto places = points.Require({"x", "y"});
   session::CsvWriter csv(out);
   for (const auto& name : points.Columns()) csv.Text(name);
-  csv.Text("transformed_x");
-  csv.Text("transformed_y");
+  for (const char* const name : {"transformed_x", "transformed_y"}) {
+    const auto there = points.Find(name);
+    if (there) points.Fail(*there, "stands there already; expected points without it");
+    csv.Text(name);
+  }
   csv.EndRow();
   while (points.Next()) {
     double x = points.Number(places[0]);
@@ -157,6 +161,10 @@ void PrintSummary(const CMagneticConvert& convert, const std::vector<Residual>& 
 }
 
 int Transform(const TransformOptions& options, Console& console) {
+  if (options.pairs == "-" && options.points == "-") {
+    throw session::InputError("standard input",
+                              "cannot serve twice, for the pairs and for the points");
+  }
   RefuseOneFileForTwoOutputs(options.output, options.residuals);
   const std::vector<PointPair> pairs = ReadPairs(options.pairs, console);
   const CMagneticConvert convert = Estimate(pairs, options.pairs);
