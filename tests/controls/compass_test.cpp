@@ -675,6 +675,37 @@ TEST_F(Compass, AChangeOfSizeIsNotNoticedBeforeReconstructControl) {
             "memory 5: polygon (141,152) (152,52) (163,152) (152,202)");
 }
 
+TEST_F(Compass, OnAScreenOfAnotherScaleTheNextPaintDrawsTheFaceAnewOnce) {
+  CGraphCompass compass;
+  PaintFirst(compass);
+  recorder.screen_scale = 2;
+  compass.SetValue(45.0);
+  recorder.TakeLines();
+  compass.OnPaint();
+  const Lines lines = recorder.TakeLines();
+  EXPECT_EQ(Flow(lines), Block(R"(
+window: begin paint
+memory 1: select own bitmap
+delete memory 1
+delete bitmap 1
+window: create memory 4
+window: create bitmap 4 of 205x155
+memory 4: select bitmap 4
+window: create memory 5
+window: create bitmap 5 of 205x155
+memory 5: select bitmap 5
+memory 5: copy to (0,0,205,155) from memory 4 (0,0)
+window: copy to (0,0,205,155) from memory 5 (0,0)
+memory 5: select own bitmap
+delete memory 5
+delete bitmap 5
+window: end paint
+)"));
+  EXPECT_EQ(With("memory 4: text \"", lines).size(), 12U);
+  compass.OnPaint();
+  EXPECT_EQ(With("text \"", recorder.TakeLines()), Lines{});
+}
+
 TEST_F(Compass, ErasesNothing) {
   CGraphCompass compass;
   RecordingContext context;

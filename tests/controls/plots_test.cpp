@@ -497,6 +497,40 @@ TEST_F(Plots, TheLayersAreNotResizedWithTheWindow) {
   EXPECT_EQ(With("create", recorder.TakeLines()), Lines{});
 }
 
+TEST_F(Plots, OnAScreenOfAnotherScaleTheNextPaintDrawsBothLayersAnewOnce) {
+  CGraphMagnetic_XY plot;
+  Create(plot, 200, 100);
+  plot.AddTrackPoint(-250, -375, 0);
+  recorder.screen_scale = 2;
+  plot.AddCenterPoint(-300, -400, 0);
+  recorder.TakeLines();
+  plot.PaintIfInvalid();
+  const Lines lines = recorder.TakeLines();
+  EXPECT_EQ(With("create bitmap", lines),
+            (Lines{"window: create bitmap 4 of 200x100", "window: create bitmap 5 of 200x100",
+                   "window: create bitmap 6 of 200x100"}));
+  EXPECT_EQ(With("memory 4: text \"", lines).size(), 2U);
+  EXPECT_EQ(With("memory 5: line", lines),
+            (Lines{"memory 5: line (97,50)-(103,50)", "memory 5: line (100,47)-(100,53)",
+                   "memory 5: line (77,60)-(83,60)", "memory 5: line (80,57)-(80,63)"}));
+  EXPECT_EQ(With("memory 6: ", lines), Lines({"memory 6: select bitmap 6",
+                                              "memory 6: copy to (0,0,200,100) from memory 4 (0,0)",
+                                              "memory 6: or onto (0,0,200,100) from memory 5 (0,0)",
+                                              "memory 6: select own bitmap"}));
+  plot.OnPaint();
+  EXPECT_EQ(With("fill", recorder.TakeLines()), Lines{});
+}
+
+TEST_F(Plots, OnAScreenOfAnotherScaleAPlotThatIsDrawnAnewHasItsLayersThere) {
+  CGraphMagnetic_XY plot;
+  Create(plot, 200, 100);
+  recorder.screen_scale = 2;
+  plot.Clear();
+  EXPECT_EQ(With("create bitmap", recorder.TakeLines()).size(), 2U);
+  plot.PaintIfInvalid();
+  EXPECT_EQ(With("create bitmap", recorder.TakeLines()).size(), 1U);
+}
+
 TEST_F(Plots, TheDistanceOfTwoPointsIsTruncated) {
   const CGraphMagnetic_XY plot;
   EXPECT_EQ(plot.GetDistance({0, 0}, {3, 4}), 5);

@@ -20,7 +20,7 @@ namespace tiltpole {
 /// The cost of an update does not depend on how many came before it.
 ///
 /// The control does not notice that its window's size changed: after that, the host calls
-/// ReconstructControl.
+/// ReconstructControl. On a screen of another scale the face is drawn anew by itself.
 ///
 /// The dial's diameter is the smaller side of the client area less 5 pixels. In smaller windows the
 /// shapes degenerate; nothing fails. All calls come from the thread of the user interface.

@@ -30,8 +30,8 @@ namespace tiltpole {
 /// with the reading that the left edge shows, the one that the bottom edge shows [counts], and the
 /// scale [counts per pixel].
 ///
-/// The picture keeps the size that the window had when it was created. All calls come from the
-/// thread of the user interface.
+/// The picture keeps the size that the window had when it was created, or when it came to a screen
+/// of another scale. All calls come from the thread of the user interface.
 ///
 /// Where memory runs out, std::bad_alloc leaves an operation: what it had taken from the windowing
 /// system is given back, and a later paint shows the whole picture. Nothing else is thrown.

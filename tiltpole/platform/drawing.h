@@ -8,7 +8,8 @@
 /// Coordinates are whole pixels, x to the right and y downwards; the pixel (x, y) is the unit
 /// square from the corner (x, y) to (x + 1, y + 1). Outlines and fills are not smoothed: a pixel is
 /// covered or it is not. Where a screen has more than one device pixel to a pixel of these
-/// coordinates, a backend draws the same shapes in the finer raster.
+/// coordinates, a backend draws the same shapes in the finer raster; a picture that a control keeps
+/// is drawn anew when the number changes (DrawingContext::HasScaleOf).
 ///
 /// Every operation takes every int. What a backend hands on is first limited to
 /// +-kCoordinateLimit, far outside of any window, so a shape that reaches beyond may bend out
@@ -236,6 +237,13 @@ class TILTPOLE_CONTROLS_EXPORT DrawingContext {
   /// @return the bitmap that was selected before: the context's own one at first, which may be
   ///         selected back as long as the context lives
   virtual Bitmap* SelectBitmap(Bitmap* bitmap) = 0;
+
+  /// Whether both contexts have as many device pixels to a pixel of these coordinates. A window
+  /// that comes to another screen may get another number; a picture in memory keeps its own, and no
+  /// longer fits the window when it is copied there.
+  ///
+  /// @param[in] other  of the same backend
+  virtual bool HasScaleOf(const DrawingContext& other) const = 0;
   /// @}
 
   /// @name What is drawn with

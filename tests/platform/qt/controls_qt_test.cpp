@@ -3,9 +3,11 @@
 #include <QApplication>
 #include <QGridLayout>
 #include <QImage>
+#include <array>
 #include <cmath>
 #include <fstream>
 #include <set>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -113,6 +115,86 @@ TEST(QtControls, ADialFillsItsWidgetToTheEdgeOnEveryScreen) {
   const int middle = static_cast<int>(102 * picture.devicePixelRatio());
   EXPECT_EQ(picture.pixel(static_cast<int>(20 * picture.devicePixelRatio()), middle),
             qRgb(204, 255, 102));
+}
+
+// A control in a window that a test can move to a screen of another scale.
+template <class Control>
+class Movable : public Control {
+ public:
+  double scale = 1.0;
+
+ protected:
+  int metric(QPaintDevice::PaintDeviceMetric asked) const override {
+    if (asked == QPaintDevice::PdmDevicePixelRatio) return static_cast<int>(scale);
+    if (asked == QPaintDevice::PdmDevicePixelRatioScaled) {
+      return static_cast<int>(scale * QPaintDevice::devicePixelRatioFScale());
+    }
+    return Control::metric(asked);
+  }
+};
+
+template <class Control>
+void Fill(Control& dial) {
+  dial.resize(155, 155);
+  dial.SetValue(200.0);
+  dial.SetFix(210);
+}
+
+void Fill(Movable<tiltpole::CGraphIncline_Left>& gauge) {
+  gauge.resize(155, 155);
+  gauge.SetValue(100.0);
+  gauge.SetFix(120);
+}
+
+template <class Plot>
+void FillPlot(Plot& plot) {
+  plot.Create(L"", L"", 0, {0, 0, 155, 155}, nullptr, 1);
+  for (int i = 0; i < 50; ++i) plot.AddTrackPoint(i * 7, i * 5 - 400, i * 5 - 400);
+  plot.ZoomAll();  // whatever the view of the run before was
+  plot.AddCenterPoint(40, -300, -300);
+}
+
+void Fill(Movable<tiltpole::CGraphMagnetic_XY>& plot) { FillPlot(plot); }
+void Fill(Movable<tiltpole::CGraphMagnetic_XZ>& plot) { FillPlot(plot); }
+
+template <class Control>
+class QtScreens : public ::testing::Test {};
+
+using Controls = ::testing::Types<tiltpole::CGraphCompass, tiltpole::CGraphIncline_Left,
+                                  tiltpole::CGraphIncline_Right, tiltpole::CGraphMagnetic_XY,
+                                  tiltpole::CGraphMagnetic_XZ>;
+struct ControlNames {
+  template <class Control>
+  static std::string GetName(int index) {
+    constexpr std::array<const char*, 5> kNames = {"Compass", "Left", "Right", "XY", "XZ"};
+    return kNames.at(static_cast<std::size_t>(index));
+  }
+};
+TYPED_TEST_SUITE(QtScreens, Controls, ControlNames);
+
+TYPED_TEST(QtScreens, AControlThatComesToAScreenOfAnotherScaleLooksAsOneThatWasMadeThere) {
+  Movable<TypeParam> moved;
+  Fill(moved);
+  moved.grab();
+  for (const double scale : {2.0, 1.5, 1.0}) {
+    moved.scale = scale;
+    Movable<TypeParam> made_there;
+    made_there.scale = scale;
+    Fill(made_there);
+    EXPECT_EQ(moved.grab().toImage(), made_there.grab().toImage()) << scale;
+  }
+}
+
+TYPED_TEST(QtScreens, WhatIsSetBeforeTheFirstPaintOnAnotherScreenIsShownThere) {
+  Movable<TypeParam> moved;
+  Fill(moved);
+  moved.grab();
+  moved.scale = 2.0;
+  Fill(moved);
+  Movable<TypeParam> made_there;
+  made_there.scale = 2.0;
+  Fill(made_there);
+  EXPECT_EQ(moved.grab().toImage(), made_there.grab().toImage());
 }
 
 TEST(QtControls, AfterAResizeAndReconstructTheDialHasTheNewSize) {

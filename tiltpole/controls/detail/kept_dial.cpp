@@ -11,7 +11,7 @@ KeptDial::KeptDial(StaticWindow& window, FaceDrawing face, FrontDrawing front)
 void KeptDial::Paint() {
   const PaintContext<StaticWindow> paint(window_);
   client_ = window_.GetClientRect();
-  if (!face_.Exists() && face_.CreateOnce(*paint, client_)) DrawFace();
+  if (!face_.Fits(*paint) && face_.CreateOnce(*paint, client_)) DrawFace();
   if (face_.Exists()) ShowOn(*paint);
 }
 

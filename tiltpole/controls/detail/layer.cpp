@@ -5,7 +5,8 @@
 namespace tiltpole::detail {
 
 bool Layer::CreateOnce(DrawingContext& compatible, const Rect& box) {
-  if (Exists()) return true;
+  if (Fits(compatible)) return true;
+  Discard();
   auto context = compatible.CreateCompatibleContext();
   auto bitmap = compatible.CreateCompatibleBitmap(box.Width(), box.Height());
   if (context == nullptr || bitmap == nullptr) return false;

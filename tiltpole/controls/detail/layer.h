@@ -19,7 +19,11 @@ class Layer {
 
   bool Exists() const { return context_ != nullptr; }
 
-  /// Makes the layer, black and of the size of a box, unless it exists.
+  /// Whether the layer exists and can be copied to a context as it is.
+  bool Fits(const DrawingContext& target) const { return Exists() && context_->HasScaleOf(target); }
+
+  /// Makes the layer, black and of the size of a box, unless it exists. One that no longer fits the
+  /// context is discarded before.
   /// @return whether it exists now; not when the system has nothing left to give
   bool CreateOnce(DrawingContext& compatible, const Rect& box);
 

@@ -111,8 +111,24 @@ void MagneticPlot::DrawPoints(DrawingContext& context,
 }
 
 void MagneticPlot::InvalidateCtrl() {
+  PrepareLayers();
+  DrawLayers();
+}
+
+void MagneticPlot::PrepareLayers() {
   client_ = window_.GetClientRect();
-  CreateLayersOnce();
+  const TakenContext<ChildWindow> window_context(window_);
+  if (window_context.get() != nullptr) CreateLayers(*window_context.get());
+}
+
+// Deliberate: on one screen the layers keep the size that they were created with, also when the
+// window has grown since.
+void MagneticPlot::CreateLayers(DrawingContext& window_context) {
+  face_.CreateOnce(window_context, client_);
+  points_.CreateOnce(window_context, client_);
+}
+
+void MagneticPlot::DrawLayers() {
   for (const Layer* const layer : {&face_, &points_}) {
     if (!layer->Exists()) continue;
     layer->Context()->SetBackgroundColor(kFieldColor);
@@ -121,15 +137,6 @@ void MagneticPlot::InvalidateCtrl() {
   if (face_.Exists()) DrawAxes(*face_.Context(), client_, kind_.vertical_label);
   DrawTrackPoints(points_.Context());
   DrawCenterPoints(points_.Context());
-}
-
-// Deliberate: the layers keep the size that they were created with, also when the window has grown
-// since.
-void MagneticPlot::CreateLayersOnce() {
-  const TakenContext<ChildWindow> window_context(window_);
-  if (window_context.get() == nullptr) return;
-  face_.CreateOnce(*window_context.get(), client_);
-  points_.CreateOnce(*window_context.get(), client_);
 }
 
 Point MagneticPlot::Place(const MagneticPoint& point) const {
@@ -159,7 +166,21 @@ int MagneticPlot::ConfigRead() {
 
 void MagneticPlot::Paint() {
   const PaintContext<ChildWindow> paint(window_);
+  if (!LayersFit(*paint)) {
+    client_ = window_.GetClientRect();
+    CreateLayers(*paint);
+    DrawLayers();
+  }
   ShowLayersOn(*paint);
+}
+
+// Not after the window has come to a screen of another scale. A layer that does not exist is no
+// matter for a paint.
+bool MagneticPlot::LayersFit(const DrawingContext& window_context) const {
+  for (const Layer* const layer : {&face_, &points_}) {
+    if (layer->Exists() && !layer->Fits(window_context)) return false;
+  }
+  return true;
 }
 
 void MagneticPlot::ShowLayersOn(DrawingContext& window_context) const {

@@ -38,7 +38,10 @@ class MagneticPlot {
   void DrawPoints(DrawingContext& context, const std::vector<MagneticPoint>& points) const;
   bool DrawAtOnce(const MagneticPoint& point, Color color);
   void CountMissed();
-  void CreateLayersOnce();
+  void PrepareLayers();
+  void CreateLayers(DrawingContext& window_context);
+  void DrawLayers();
+  bool LayersFit(const DrawingContext& window_context) const;
   void ShowLayersOn(DrawingContext& window_context) const;
 
   ChildWindow& window_;

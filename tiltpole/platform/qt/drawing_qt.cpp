@@ -98,6 +98,10 @@ Bitmap* QtContext::SelectBitmap(Bitmap* bitmap) {
   return std::exchange(target_, static_cast<QtBitmap*>(bitmap));
 }
 
+bool QtContext::HasScaleOf(const DrawingContext& other) const {
+  return target_->scale == static_cast<const QtContext&>(other).target_->scale;
+}
+
 Pen QtContext::SelectPen(const Pen& pen) { return std::exchange(pen_, pen); }
 
 Brush QtContext::SelectBrush(const Brush& brush) { return std::exchange(brush_, brush); }

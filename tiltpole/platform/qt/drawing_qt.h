@@ -36,6 +36,7 @@ class QtContext final : public DrawingContext {
   std::unique_ptr<DrawingContext> CreateCompatibleContext() override;
   std::unique_ptr<Bitmap> CreateCompatibleBitmap(int width, int height) override;
   Bitmap* SelectBitmap(Bitmap* bitmap) override;
+  bool HasScaleOf(const DrawingContext& other) const override;
 
   Pen SelectPen(const Pen& pen) override;
   Brush SelectBrush(const Brush& brush) override;

@@ -4,9 +4,9 @@
 /// The windows of the controls on Qt: real widgets, which a host puts into its layouts.
 ///
 /// A widget keeps the picture of its client area. What a control draws at once goes into that
-/// picture, and the part of the screen is updated from it; OnPaint is called only when the control
-/// or a change of size has invalidated the picture. On screens with a scale factor the picture has
-/// as many pixels as the screen.
+/// picture, and the part of the screen is updated from it; OnPaint is called only when the control,
+/// a change of size or a screen of another scale factor has invalidated the picture. It has as many
+/// pixels as the screen.
 ///
 /// As with any widget, a parent deletes its children: a control in a layout is made by new, or
 /// lives on the stack and goes before its parent does.

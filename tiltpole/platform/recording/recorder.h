@@ -28,6 +28,8 @@ class Recorder {
   bool has_resources = true;
   /// A system that has contexts left, but no bitmaps.
   bool has_bitmaps = true;
+  /// Device pixels to a pixel on the screen that new contexts are for.
+  int screen_scale = 1;
 
   std::vector<std::string> misuses;
   int living_contexts = 0;

@@ -66,7 +66,9 @@ RecordingBitmap::~RecordingBitmap() {
 }
 
 RecordingContext::RecordingContext(Kind kind)
-    : name_(NameOfNewContext(kind)), own_bitmap_(kOwnBitmap, {1, 1}) {
+    : name_(NameOfNewContext(kind)),
+      scale_(TheRecorder().screen_scale),
+      own_bitmap_(kOwnBitmap, {1, 1}) {
   own_bitmap_.selected = true;
   ++TheRecorder().living_contexts;
 }
@@ -106,6 +108,10 @@ Bitmap* RecordingContext::SelectBitmap(Bitmap* bitmap) {
   bitmap_->selected = false;
   selected->selected = true;
   return std::exchange(bitmap_, selected);
+}
+
+bool RecordingContext::HasScaleOf(const DrawingContext& other) const {
+  return scale_ == static_cast<const RecordingContext&>(other).scale_;
 }
 
 Pen RecordingContext::SelectPen(const Pen& pen) {

@@ -32,6 +32,7 @@ class RecordingContext final : public DrawingContext {
   std::unique_ptr<DrawingContext> CreateCompatibleContext() override;
   std::unique_ptr<Bitmap> CreateCompatibleBitmap(int width, int height) override;
   Bitmap* SelectBitmap(Bitmap* bitmap) override;
+  bool HasScaleOf(const DrawingContext& other) const override;
   Pen SelectPen(const Pen& pen) override;
   Brush SelectBrush(const Brush& brush) override;
   Font SelectFont(Font font) override;
@@ -59,6 +60,7 @@ class RecordingContext final : public DrawingContext {
   void Write(MakeLine make_line);
 
   const std::string name_;
+  const int scale_;
   std::vector<std::string> lines_;
   RecordingBitmap own_bitmap_;
   RecordingBitmap* bitmap_ = &own_bitmap_;

@@ -58,6 +58,8 @@ class Win32Context : public DrawingContext {
   std::unique_ptr<DrawingContext> CreateCompatibleContext() override;
   std::unique_ptr<Bitmap> CreateCompatibleBitmap(int width, int height) override;
   Bitmap* SelectBitmap(Bitmap* bitmap) override;
+  /// GDI counts device pixels on every screen.
+  bool HasScaleOf(const DrawingContext& /*other*/) const override { return true; }
   Pen SelectPen(const Pen& pen) override;
   Brush SelectBrush(const Brush& brush) override;
   Font SelectFont(Font font) override;
