@@ -30,6 +30,14 @@ long long CallsOfPaint(Control& control) {
   return recorder.calls - before;
 }
 
+// How many drawing calls it takes to draw anew what a plot keeps.
+long long CallsOfLayers(CGraphMagnetic_XY& plot) {
+  Recorder& recorder = Recorder::Instance();
+  const long long before = recorder.calls;
+  plot.InvalidateCtrl();
+  return recorder.calls - before;
+}
+
 class ControlAllocations : public tiltpole_test::RecordedTest {
  protected:
   ControlAllocations() { recorder.keeps_lines = false; }
@@ -111,6 +119,48 @@ TEST_F(ControlAllocations, APlotThatFailsToDrawShowsAllWithItsNextPicture) {
     return ended;
   });
   EXPECT_GT(failures, 10);
+}
+
+// What a plot keeps is drawn by several operations; whichever fails, a paint makes up for it.
+TEST_F(ControlAllocations, APlotThatFailsToDrawItsLayersDrawsThemWithTheNextPaint) {
+  const auto fill = [](CGraphMagnetic_XY& plot) {
+    plot.Create(nullptr, nullptr, 0, {0, 0, 206, 106}, nullptr, 0);
+    for (int i = 0; i < 10; ++i) plot.AddTrackPoint(30 * i - 500, -400, 0);
+    plot.PaintIfInvalid();
+  };
+  const long failures = FailEachAllocation([&](long after) {
+    files.Remove();
+    CGraphMagnetic_XY plot;
+    fill(plot);
+    const long long paint = CallsOfPaint(plot);
+    const Ended ended = RunWithFailure(after, [&] { plot.ZoomAll(); });
+    const long long next_paint = CallsOfPaint(plot);
+    EXPECT_EQ(next_paint, paint + (ended == Ended::Thrown ? CallsOfLayers(plot) : 0))
+        << "after " << after;
+    EXPECT_EQ(CallsOfPaint(plot), paint) << "after " << after;
+    return ended;
+  });
+  EXPECT_GT(failures, 3);
+}
+
+TEST_F(ControlAllocations, APlotThatFailsOnAScreenOfAnotherScaleIsWholeThereWithTheNextPaint) {
+  const long failures = FailEachAllocation([&](long after) {
+    files.Remove();
+    recorder.screen_scale = 1;
+    CGraphMagnetic_XY plot;
+    plot.Create(nullptr, nullptr, 0, {0, 0, 206, 106}, nullptr, 0);
+    plot.AddTrackPoint(-400, -400, 0);
+    const long long paint = CallsOfPaint(plot);
+    recorder.screen_scale = 2;
+    const Ended ended = RunWithFailure(after, [&] { CallsOfPaint(plot); });
+    const long long next_paint = CallsOfPaint(plot);
+    // Either the layers were finished, or all of both is drawn now.
+    EXPECT_TRUE(next_paint == paint || next_paint >= paint + CallsOfLayers(plot))
+        << next_paint << " after " << after;
+    EXPECT_EQ(CallsOfPaint(plot), paint) << "after " << after;
+    return ended;
+  });
+  EXPECT_GT(failures, 5);
 }
 
 TEST_F(ControlAllocations, AViewThatCannotBeReadStays) {

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include "tiltpole/controls/detail/plot_axes.h"
 #include "tiltpole/controls/detail/plot_view.h"
@@ -69,8 +70,10 @@ bool MagneticPlot::DrawAtOnce(const MagneticPoint& point, Color color) {
   const Point place = Place(point);
   if (!client_.Contains(place)) return false;
   if (points_.Exists()) {
+    const bool were_whole = std::exchange(layers_are_whole_, false);
     const SelectedPen pen(*points_.Context(), SolidPen(1, color));
     DrawCross(*points_.Context(), place);
+    layers_are_whole_ = were_whole;
   }
   window_.Invalidate(false);
   return true;
@@ -88,6 +91,7 @@ void MagneticPlot::ZoomAll() {
   const auto fitted = FittedView(track_points_, kind_.vertical, client_);
   if (!fitted) return;
   view_ = *fitted;
+  layers_are_whole_ = false;
   ConfigSave();
   InvalidateCtrl();
   window_.Invalidate(true);
@@ -111,21 +115,21 @@ void MagneticPlot::DrawPoints(DrawingContext& context,
 }
 
 void MagneticPlot::InvalidateCtrl() {
-  PrepareLayers();
+  {
+    const TakenContext<ChildWindow> window_context(window_);
+    PrepareLayers(window_context.get());
+  }
   DrawLayers();
-}
-
-void MagneticPlot::PrepareLayers() {
-  client_ = window_.GetClientRect();
-  const TakenContext<ChildWindow> window_context(window_);
-  if (window_context.get() != nullptr) CreateLayers(*window_context.get());
 }
 
 // Deliberate: on one screen the layers keep the size that they were created with, also when the
 // window has grown since.
-void MagneticPlot::CreateLayers(DrawingContext& window_context) {
-  face_.CreateOnce(window_context, client_);
-  points_.CreateOnce(window_context, client_);
+void MagneticPlot::PrepareLayers(DrawingContext* window_context) {
+  layers_are_whole_ = false;
+  client_ = window_.GetClientRect();
+  if (window_context == nullptr) return;
+  face_.CreateOnce(*window_context, client_);
+  points_.CreateOnce(*window_context, client_);
 }
 
 void MagneticPlot::DrawLayers() {
@@ -137,6 +141,7 @@ void MagneticPlot::DrawLayers() {
   if (face_.Exists()) DrawAxes(*face_.Context(), client_, kind_.vertical_label);
   DrawTrackPoints(points_.Context());
   DrawCenterPoints(points_.Context());
+  layers_are_whole_ = true;
 }
 
 Point MagneticPlot::Place(const MagneticPoint& point) const {
@@ -166,21 +171,20 @@ int MagneticPlot::ConfigRead() {
 
 void MagneticPlot::Paint() {
   const PaintContext<ChildWindow> paint(window_);
-  if (!LayersFit(*paint)) {
-    client_ = window_.GetClientRect();
-    CreateLayers(*paint);
+  if (!LayersSuit(*paint)) {
+    PrepareLayers(&*paint);
     DrawLayers();
   }
   ShowLayersOn(*paint);
 }
 
-// Not after the window has come to a screen of another scale. A layer that does not exist is no
-// matter for a paint.
-bool MagneticPlot::LayersFit(const DrawingContext& window_context) const {
+// Not after the window has come to a screen of another scale, and not where a drawing failed. A
+// layer that the system had nothing left for is no matter for a paint.
+bool MagneticPlot::LayersSuit(const DrawingContext& window_context) const {
   for (const Layer* const layer : {&face_, &points_}) {
     if (layer->Exists() && !layer->Fits(window_context)) return false;
   }
-  return true;
+  return layers_are_whole_;
 }
 
 void MagneticPlot::ShowLayersOn(DrawingContext& window_context) const {

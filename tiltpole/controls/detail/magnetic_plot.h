@@ -38,10 +38,9 @@ class MagneticPlot {
   void DrawPoints(DrawingContext& context, const std::vector<MagneticPoint>& points) const;
   bool DrawAtOnce(const MagneticPoint& point, Color color);
   void CountMissed();
-  void PrepareLayers();
-  void CreateLayers(DrawingContext& window_context);
+  void PrepareLayers(DrawingContext* window_context);
   void DrawLayers();
-  bool LayersFit(const DrawingContext& window_context) const;
+  bool LayersSuit(const DrawingContext& window_context) const;
   void ShowLayersOn(DrawingContext& window_context) const;
 
   ChildWindow& window_;
@@ -54,6 +53,7 @@ class MagneticPlot {
   std::vector<MagneticPoint> center_points_;
   Layer face_;
   Layer points_;
+  bool layers_are_whole_ = true;  ///< not while, or after, memory ran out in the drawing of them
 };
 
 /// The distance of two points, truncated; at most the largest int.
