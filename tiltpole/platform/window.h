@@ -18,7 +18,8 @@
 /// Hooks, public and virtual, which the control overrides:
 /// - `void OnPaint()`: the window, or a part of it, must be drawn. The control calls BeginPaint,
 ///   draws all of the client area, and calls EndPaint. It comes from the system's loop, never from
-///   within another operation of the window.
+///   within another operation of the window. A std::bad_alloc out of it ends in the window, which
+///   has itself painted again.
 /// - `int OnEraseBkgnd(DrawingContext* context)`: the background is about to be erased before
 ///   OnPaint; 0 from the control: nothing was erased, and nothing else erases it. The default of a
 ///   StaticWindow erases in the system's way; a ChildWindow has no background to erase with.

@@ -9,6 +9,7 @@
 
 #include <qdrawutil.h>
 
+#include "tiltpole/platform/memory_failure.h"
 #include "tiltpole/platform/qt/drawing_qt.h"
 #include "tiltpole/platform/qt/message_box_qt.h"
 
@@ -68,7 +69,13 @@ DrawingContext* QtWindow::TakeContext() {
 void QtWindow::ReleaseContext(DrawingContext* context) {
   if (context == nullptr) return;
   delete context;
-  update();
+  UpdateSoon();
+}
+
+// A context is released, and a paint is ended, where nothing may be thrown. Without the memory to
+// ask for it, the update waits for the next one.
+void QtWindow::UpdateSoon() {
+  HadMemoryFor([this] { update(); });
 }
 
 void QtWindow::Invalidate(bool erase) {
@@ -87,9 +94,11 @@ void QtWindow::AnnounceValue() {
 // Polishing comes once, after the control's own constructor and before the first paint.
 bool QtWindow::event(QEvent* event) {
   if (event->type() == QEvent::Polish && !std::exchange(subclassed_, true)) {
-    PreSubclassWindow();
-    setAccessibleName(QString::fromStdWString(AccessibleName()));
-    setAccessibleDescription(QString::fromStdWString(AccessibleValue()));
+    HadMemoryFor([this] {
+      PreSubclassWindow();
+      setAccessibleName(QString::fromStdWString(AccessibleName()));
+      setAccessibleDescription(QString::fromStdWString(AccessibleValue()));
+    });
   }
   return QWidget::event(event);
 }
@@ -102,7 +111,20 @@ void QtWindow::RepaintSurface() {
   OnPaint();
 }
 
+// What a paint without memory leaves behind may be anything between the old picture and the new
+// one; the next paint begins with an empty one.
 void QtWindow::paintEvent(QPaintEvent* event) {
+  const bool shown = HadMemoryFor([&] {
+    ShowPicture(event->region());
+    DrawFrame();
+  });
+  if (shown) return;
+  paint_context_.reset();
+  surface_.reset();
+  UpdateSoon();
+}
+
+void QtWindow::ShowPicture(const QRegion& region) {
   if (!Exists()) {
     QPainter(this).fillRect(rect(), palette().window());
     return;
@@ -113,7 +135,7 @@ void QtWindow::paintEvent(QPaintEvent* event) {
   QImage& image = surface_->image;
   image.setDevicePixelRatio(scale);
   QPainter painter(this);
-  painter.setClipRegion(event->region());
+  painter.setClipRegion(region);
   painter.drawImage(QPoint(FrameWidth(), FrameWidth()), image);
   painter.end();
   // The contexts count the picture's own pixels.
@@ -153,8 +175,7 @@ bool ChildWindow::CreateChild(const wchar_t* /*window_class*/, std::uint32_t ext
   return true;
 }
 
-void ChildWindow::paintEvent(QPaintEvent* event) {
-  QtWindow::paintEvent(event);
+void ChildWindow::DrawFrame() {
   if (frame_width_ == 0) return;
   QPainter painter(this);
   qDrawShadePanel(&painter, rect(), palette(), true, frame_width_);

@@ -60,6 +60,8 @@ class TILTPOLE_CONTROLS_EXPORT QtWindow : public QWidget {
   bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
+  /// Draws what stands around the client area.
+  virtual void DrawFrame() {}
   /// Whether there is anything to draw on.
   virtual bool Exists() const { return true; }
   /// Pixels between the widget's edge and the client area.
@@ -68,6 +70,8 @@ class TILTPOLE_CONTROLS_EXPORT QtWindow : public QWidget {
  private:
   void PrepareSurface();
   void RepaintSurface();
+  void ShowPicture(const QRegion& region);
+  void UpdateSoon();
 
   std::unique_ptr<QtBitmap> surface_;
   std::unique_ptr<QtContext> paint_context_;
@@ -108,8 +112,8 @@ class TILTPOLE_CONTROLS_EXPORT ChildWindow : public detail::QtWindow {
                    const Rect& place, ParentWindow parent, unsigned id);
 
  protected:
-  /// Shows the kept picture, with the frame around it.
-  void paintEvent(QPaintEvent* event) override;
+  /// Draws the frame around the kept picture.
+  void DrawFrame() override;
   /// Whether CreateChild has made the window.
   bool Exists() const override { return created_; }
   /// Of the sunken frame [pixels]: 0 to 3, by the extended style.

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cwchar>
 
+#include "tiltpole/platform/memory_failure.h"
 #include "tiltpole/platform/win32/drawing_win32.h"
 #include "tiltpole/platform/win32/window_contexts.h"
 
@@ -43,31 +44,28 @@ LRESULT CopyText(const std::wstring& text, WPARAM room, wchar_t* target) {
 
 }  // namespace
 
-// The window's messages on their way to the system's own procedure for it.
+// The window's messages on their way to the system's own procedure for it, out of which no
+// exception may come.
 struct Win32Window::Messages {
   static LRESULT CALLBACK Handle(HWND window, UINT message, WPARAM first, LPARAM second,
                                  UINT_PTR /*id*/, DWORD_PTR object) {
     auto& self = *reinterpret_cast<Win32Window*>(object);
     switch (message) {
       case WM_PAINT:
-        self.OnPaint();
+        Paint(self);
         return 0;
       case WM_PRINTCLIENT:
-        self.print_device_ = reinterpret_cast<HDC>(first);
-        self.OnPaint();
-        self.print_device_ = nullptr;
+        Print(self, reinterpret_cast<HDC>(first));
         return 0;
-      case WM_ERASEBKGND: {
-        const auto context = MakeGuestContext(reinterpret_cast<HDC>(first));
-        return self.OnEraseBkgnd(context.get());
-      }
+      case WM_ERASEBKGND:
+        return Erase(self, reinterpret_cast<HDC>(first));
       case WM_GETTEXTLENGTH:
-        if (const std::wstring text = self.AccessibleText(); !text.empty()) {
+        if (const std::wstring text = Text(self); !text.empty()) {
           return static_cast<LRESULT>(text.size());
         }
         break;
       case WM_GETTEXT:
-        if (const std::wstring text = self.AccessibleText(); !text.empty()) {
+        if (const std::wstring text = Text(self); !text.empty()) {
           return CopyText(text, first, reinterpret_cast<wchar_t*>(second));
         }
         break;
@@ -80,6 +78,44 @@ struct Win32Window::Messages {
     }
     return DefSubclassProc(window, message, first, second);
   }
+
+  static void Paint(Win32Window& self) {
+    if (HadMemoryFor([&] { self.OnPaint(); })) return;
+    self.EndPaint();
+    self.Invalidate(true);
+  }
+
+  static void Print(Win32Window& self, HDC device) {
+    const Printing printing(self, device);
+    HadMemoryFor([&] { self.OnPaint(); });
+  }
+
+  static LRESULT Erase(Win32Window& self, HDC device) {
+    LRESULT erased = 0;
+    HadMemoryFor([&] {
+      const auto context = MakeGuestContext(device);
+      erased = self.OnEraseBkgnd(context.get());
+    });
+    return erased;
+  }
+
+  // Empty too where there is no memory for it; the system then answers with the window's own text.
+  static std::wstring Text(const Win32Window& self) {
+    std::wstring text;
+    HadMemoryFor([&] { text = self.AccessibleText(); });
+    return text;
+  }
+
+  // Draws on another device than the window's for as long as it lives.
+  struct Printing {
+    Printing(Win32Window& window, HDC device) : window_(window) { window_.print_device_ = device; }
+    ~Printing() { window_.print_device_ = nullptr; }
+    Printing(const Printing&) = delete;
+    Printing& operator=(const Printing&) = delete;
+
+   private:
+    Win32Window& window_;
+  };
 
   static UINT_PTR Id(const Win32Window& window) { return reinterpret_cast<UINT_PTR>(&window); }
 };
