@@ -101,6 +101,11 @@ TEST(CompassGeometry, ThirdsOfTheDialAreNotTruncated) {
   EXPECT_EQ(CompassGeometry::In({0, 0, 205, 157}).Needle(90.0).tip, (Point{153, 78}));
 }
 
+TEST(CompassGeometry, SixthsOfTheDialAreNotTruncated) {
+  EXPECT_EQ(CompassGeometry::In({0, 0, 205, 158}).Needle(0.0).tail, (Point{102, 105}));
+  EXPECT_EQ(CompassGeometry::In({0, 0, 205, 158}).Needle(270.0).tail, (Point{128, 79}));
+}
+
 TEST(CompassGeometry, TickLengthIsPositiveInTheSmallestWindowsToo) {
   EXPECT_EQ(CompassGeometry::In({0, 0, 0, 0}).TickLength(), 5 / 30.0);
 }
@@ -725,6 +730,14 @@ TEST_F(Compass, TellsScreenReadersItsValue) {
   compass.SetValue(123.45678);
   EXPECT_EQ(compass.AccessibleName(), L"Compass");
   EXPECT_EQ(compass.AccessibleValue(), L"123.5 degrees");
+}
+
+TEST_F(Compass, TellsScreenReadersOfEachNewValue) {
+  CGraphCompass compass;
+  compass.SetValue(10.0);
+  EXPECT_EQ(compass.announcements, 1);
+  compass.SetValue(20.0);
+  EXPECT_EQ(compass.announcements, 2);
 }
 
 TEST_F(Compass, TenThousandUpdatesLeaveOneContextAndOneBitmap) {

@@ -1,6 +1,8 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <string>
+#include <type_traits>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -28,6 +30,10 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr int kMin = std::numeric_limits<int>::min();
 constexpr int kMax = std::numeric_limits<int>::max();
+
+// The value in the middle of the scale.
+template <typename Gauge>
+constexpr double kMiddle = std::is_same_v<Gauge, CGraphIncline_Left> ? 90.0 : 270.0;
 
 class Gauges : public RecordedTest {
  protected:
@@ -62,6 +68,18 @@ class Gauges : public RecordedTest {
     recorder.TakeLines();
   }
 };
+
+template <typename Gauge>
+class EachGauge : public Gauges {};
+
+using BothGauges = ::testing::Types<CGraphIncline_Left, CGraphIncline_Right>;
+struct GaugeNames {
+  template <typename Gauge>
+  static std::string GetName(int index) {
+    return index == 0 ? "Left" : "Right";
+  }
+};
+TYPED_TEST_SUITE(EachGauge, BothGauges, GaugeNames);
 
 }  // namespace
 
@@ -471,37 +489,32 @@ TEST_F(Gauges, TheLeftOneForgetsItsMarksToo) {
   EXPECT_EQ(With("line", MarksOf(gauge)), Lines{});
 }
 
-TEST_F(Gauges, TheRightOneTakesABackColourToo) {
-  CGraphIncline_Right gauge;
+TYPED_TEST(EachGauge, ANewBackColourBringsANewFaceInThatColour) {
+  TypeParam gauge;
+  this->PaintFirst(gauge);
   gauge.SetMeterBackColor(Rgb(9, 8, 7));
   EXPECT_EQ(gauge.GetMeterBackColor(), Rgb(9, 8, 7));
-}
-
-TEST_F(Gauges, ANewBackColourBringsANewFaceInThatColour) {
-  CGraphIncline_Left gauge;
-  PaintFirst(gauge);
-  gauge.SetMeterBackColor(Rgb(9, 8, 7));
-  EXPECT_EQ(gauge.GetMeterBackColor(), Rgb(9, 8, 7));
-  EXPECT_EQ(recorder.TakeLines(), Block(R"(
+  EXPECT_EQ(this->recorder.TakeLines(), Block(R"(
 memory 1: select own bitmap
 delete memory 1
 delete bitmap 1
 window: invalidate with erase
 )"));
   gauge.PaintIfInvalid();
-  EXPECT_EQ(With("fill", recorder.TakeLines()), Lines{"memory 3: fill (0,0,100,180) RGB(9,8,7)"});
+  EXPECT_EQ(With("fill", this->recorder.TakeLines()),
+            Lines{"memory 3: fill (0,0,100,180) RGB(9,8,7)"});
 }
 
-TEST_F(Gauges, AResizedOneKeepsItsFramesUntilReconstructControl) {
-  CGraphIncline_Left gauge;
-  PaintFirst(gauge);
-  gauge.SetValue(90.0);
+TYPED_TEST(EachGauge, AResizedOneKeepsItsFramesUntilReconstructControl) {
+  TypeParam gauge;
+  this->PaintFirst(gauge);
+  gauge.SetValue(kMiddle<TypeParam>);
   gauge.Resize({100, 360});
   gauge.OnPaint();
-  EXPECT_EQ(With("(20,90)-(80,90)", recorder.TakeLines()).size(), 2U);
+  EXPECT_EQ(With("(20,90)-(80,90)", this->recorder.TakeLines()).size(), 2U);
   gauge.ReconstructControl();
   gauge.PaintIfInvalid();
-  EXPECT_EQ(With("line (20,180)-(80,180)", recorder.TakeLines()).size(), 1U);
+  EXPECT_EQ(With("line (20,180)-(80,180)", this->recorder.TakeLines()).size(), 1U);
 }
 
 TEST_F(Gauges, EraseNothingAndAddTheirStyleBit) {
@@ -542,7 +555,17 @@ TEST_F(Gauges, TellScreenReadersTheirValue) {
   left.SetValue(12.34);
   EXPECT_EQ(left.AccessibleName(), L"Inclination, 0 to 180 degrees");
   EXPECT_EQ(left.AccessibleValue(), L"12.3 degrees");
+  right.SetValue(192.34);
   EXPECT_EQ(right.AccessibleName(), L"Inclination, 180 to 360 degrees");
+  EXPECT_EQ(right.AccessibleValue(), L"192.3 degrees");
+}
+
+TYPED_TEST(EachGauge, TellsScreenReadersOfEachValueThatItAccepts) {
+  TypeParam gauge;
+  gauge.SetValue(kMiddle<TypeParam>);
+  EXPECT_EQ(gauge.announcements, 1);
+  gauge.SetValue(1000.0);
+  EXPECT_EQ(gauge.announcements, 1);
 }
 
 TEST_F(Gauges, TenThousandUpdatesLeaveOneContextAndOneBitmap) {

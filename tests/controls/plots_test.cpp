@@ -1,5 +1,6 @@
 #include <limits>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -41,6 +42,51 @@ class Plots : public RecordedTest {
 
   ViewFiles files;
 };
+
+// What the two plots do alike, each with its own measures.
+template <typename Plot>
+class EachPlot : public Plots {
+ protected:
+  static constexpr bool kIsXY = std::is_same_v<Plot, CGraphMagnetic_XY>;
+  // So many readings may be missed before the view is fitted.
+  static constexpr int kMissedLimit = kIsXY ? 10 : 5;
+
+  static void AddTrackPoint(Plot& plot, int x, int v) {
+    plot.AddTrackPoint(x, kIsXY ? v : 0, kIsXY ? 0 : v);
+  }
+  // The left and bottom edges of the view at 0.
+  void WriteViewOfScale(const std::string& scale) const {
+    files.Write(kIsXY ? files.xy : files.xz,
+                (kIsXY ? "GRAPHMAGNETIC_XY:0, 0, " : "GRAPHMAGNETIC_XZ:0, 0, ") + scale + ",\r\n");
+  }
+  // How many readings count as missed when so many are added while the view has another scale.
+  int MissedAtScale(const std::string& scale, int readings) {
+    WriteViewOfScale(scale);
+    Plot plot;
+    Create(plot, 200, 100);
+    for (int i = 0; i < readings; ++i) AddTrackPoint(plot, 0, 0);
+    WriteViewOfScale("1.0");
+    plot.ConfigRead();
+    return kMissedLimit + 1 - MissesUntilAFit(plot);
+  }
+  int MissesUntilAFit(Plot& plot) {
+    recorder.TakeLines();
+    for (int misses = 1; misses <= kMissedLimit + 1; ++misses) {
+      AddTrackPoint(plot, 5000 + misses, 5000);
+      if (!With("with erase", recorder.TakeLines()).empty()) return misses;
+    }
+    return kMissedLimit + 2;
+  }
+};
+
+using BothPlots = ::testing::Types<CGraphMagnetic_XY, CGraphMagnetic_XZ>;
+struct PlotNames {
+  template <typename Plot>
+  static std::string GetName(int index) {
+    return index == 0 ? "XY" : "XZ";
+  }
+};
+TYPED_TEST_SUITE(EachPlot, BothPlots, PlotNames);
 
 }  // namespace
 
@@ -122,11 +168,11 @@ TEST_F(Plots, CreateASecondTimeReturns1AndKeepsTheWindow) {
   EXPECT_EQ(recorder.TakeLines(), Lines{});
 }
 
-TEST_F(Plots, APaintComposesTheLayersAndCopiesThePictureOnce) {
-  CGraphMagnetic_XY plot;
-  Create(plot, 200, 100);
+TYPED_TEST(EachPlot, APaintComposesTheLayersAndCopiesThePictureOnce) {
+  TypeParam plot;
+  this->Create(plot, 200, 100);
   plot.OnPaint();
-  EXPECT_EQ(recorder.TakeLines(), Block(R"(
+  EXPECT_EQ(this->recorder.TakeLines(), Block(R"(
 window: begin paint
 window: create memory 4
 window: create bitmap 4 of 200x100
@@ -277,6 +323,25 @@ TEST_F(Plots, AFitCentresTheTrackPointsAndSavesTheView) {
   EXPECT_EQ(ClientPointOf(plot, 150, 75), (Point{100, 50}));
 }
 
+TYPED_TEST(EachPlot, ZoomAllFitsTheViewAndSavesIt) {
+  TypeParam plot;
+  this->Create(plot, 200, 100);
+  this->AddTrackPoint(plot, 0, 0);
+  this->AddTrackPoint(plot, 300, 150);
+  plot.ZoomAll();
+  EXPECT_EQ(this->ClientPointOf(plot, 150, 75), (Point{100, 50}));
+  TypeParam next_run;
+  this->Create(next_run, 200, 100);
+  EXPECT_EQ(this->ClientPointOf(next_run, 150, 75), (Point{100, 50}));
+}
+
+TYPED_TEST(EachPlot, ConfigReadTellsWhetherThereIsAViewToRead) {
+  TypeParam plot;
+  EXPECT_EQ(plot.ConfigRead(), 0);
+  EXPECT_EQ(plot.ConfigSave(), 1);
+  EXPECT_EQ(plot.ConfigRead(), 1);
+}
+
 TEST_F(Plots, AFitRedrawsBothLayersAndInvalidatesWithErasing) {
   CGraphMagnetic_XY plot;
   Create(plot, 200, 100);
@@ -359,6 +424,28 @@ TEST_F(Plots, AtAScaleAbove1000APointInTheViewCountsAsMissedOnce) {
   EXPECT_EQ(With("with erase", recorder.TakeLines()).size(), 1U);
 }
 
+TYPED_TEST(EachPlot, AfterAFitToEqualPointsEachNewPointCountsAsMissedOnce) {
+  this->WriteViewOfScale("1.0");
+  TypeParam plot;
+  this->Create(plot, 200, 100);
+  this->AddTrackPoint(plot, 100, 50);
+  this->AddTrackPoint(plot, 100, 50);
+  plot.ZoomAll();
+  for (int i = 0; i < 3; ++i) this->AddTrackPoint(plot, 100, 50);
+  this->WriteViewOfScale("1.0");
+  plot.ConfigRead();
+  EXPECT_EQ(this->MissesUntilAFit(plot), this->kMissedLimit + 1 - 3);
+}
+
+// A fit has no scale below zero, but the file of a view can have one.
+TYPED_TEST(EachPlot, AScaleIsSmallOrLargeWhateverItsSign) {
+  EXPECT_EQ(this->MissedAtScale("0.0000009", 3), 3);
+  EXPECT_EQ(this->MissedAtScale("-0.0000009", 3), 3);
+  EXPECT_EQ(this->MissedAtScale("-2.0", 3), 0);
+  EXPECT_EQ(this->MissedAtScale("-1000.0", 3), 0);
+  EXPECT_EQ(this->MissedAtScale("-1000.5", 3), 3);
+}
+
 TEST_F(Plots, AScaleOfExactly1000CountsNothingMore) {
   files.Write(files.xz, "GRAPHMAGNETIC_XZ:0, 0, 1000.0,\r\n");
   CGraphMagnetic_XZ plot;
@@ -369,11 +456,11 @@ TEST_F(Plots, AScaleOfExactly1000CountsNothingMore) {
   EXPECT_EQ(recorder.TakeLines(), Lines{});
 }
 
-TEST_F(Plots, InvalidateCtrlRedrawsBothLayersAndLeavesTheWindowValid) {
-  CGraphMagnetic_XY plot;
-  Create(plot, 200, 100);
+TYPED_TEST(EachPlot, InvalidateCtrlRedrawsBothLayersAndLeavesTheWindowValid) {
+  TypeParam plot;
+  this->Create(plot, 200, 100);
   plot.InvalidateCtrl();
-  const Lines lines = recorder.TakeLines();
+  const Lines lines = this->recorder.TakeLines();
   EXPECT_EQ(Flow(lines), (Lines{"window: take context", "window: release context"}));
   EXPECT_EQ(With("fill", lines), (Lines{"memory 1: fill (0,0,200,100) RGB(0,0,0)",
                                         "memory 2: fill (0,0,200,100) RGB(0,0,0)"}));
@@ -672,4 +759,16 @@ RC_GTEST_FIXTURE_PROP(Plots, EverySequenceOfCallsReleasesWhatItTakes, ()) {
 TEST_F(Plots, TellScreenReadersWhatTheyShow) {
   EXPECT_EQ(CGraphMagnetic_XY().AccessibleName(), L"Magnetometer readings, x and y");
   EXPECT_EQ(CGraphMagnetic_XZ().AccessibleName(), L"Magnetometer readings, x and z");
+}
+
+TYPED_TEST(EachPlot, TellsScreenReadersHowManyReadingsItShows) {
+  TypeParam plot;
+  this->AddTrackPoint(plot, 1, 2);
+  this->AddTrackPoint(plot, 3, 4);
+  plot.AddCenterPoint(5, 6, 7);
+  EXPECT_EQ(plot.AccessibleValue(), L"2 readings");
+  EXPECT_EQ(plot.announcements, 2);
+  plot.Clear();
+  EXPECT_EQ(plot.AccessibleValue(), L"0 readings");
+  EXPECT_EQ(plot.announcements, 3);
 }

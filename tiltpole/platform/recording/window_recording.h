@@ -36,7 +36,7 @@ class RecordingWindow {
   void Invalidate(bool erase);
   void AddStyle(std::uint32_t bits);
   std::uint32_t GetStyle() const { return style_; }
-  void AnnounceValue() {}
+  void AnnounceValue() { ++announcements; }
 
   /// @name For tests
   /// @{
@@ -47,6 +47,8 @@ class RecordingWindow {
   bool PaintIfInvalid();
   bool IsInvalid() const { return invalid_; }
   bool IsEraseDue() const { return erase_due_; }
+  /// How often screen readers were told of a change.
+  int announcements = 0;
   /// A window that has no drawing context to give just now.
   bool gives_contexts = true;
   /// @}
