@@ -619,7 +619,7 @@ TEST_F(Compass, ClearFixRemovesTheMarksAndInvalidatesWithoutErasing) {
   EXPECT_EQ(recorder.TakeLines(), Lines{"window: invalidate without erase"});
   compass.PaintIfInvalid();
   const Lines lines = recorder.TakeLines();
-  EXPECT_EQ(With("RGB(0,255,0)", With("line", lines)), Lines{});
+  EXPECT_EQ(With("line (138,15)-(135,20)", lines), Lines{});
   EXPECT_EQ(With("erased", lines), Lines{});
   compass.SetFix(30);
   EXPECT_EQ(With("line", recorder.TakeLines()).size(), 1U);
