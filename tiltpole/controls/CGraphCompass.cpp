@@ -128,7 +128,8 @@ int CGraphCompass::OnEraseBkgnd(DrawingContext* /*context*/) { return 0; }
 
 void CGraphCompass::PreSubclassWindow() { AddStyle(detail::kLabelStyle); }
 
-// The smallest dial whose labels have room enough beside each other.
+// The size of the dialogs that the dial was made for. Its labels stand apart there, but for the
+// three at the bottom, 150, 180 and 210, which touch.
 Size CGraphCompass::PreferredSize() const { return {205, 205}; }
 
 std::wstring CGraphCompass::AccessibleName() const { return L"Compass"; }
