@@ -144,6 +144,45 @@ TEST(QtStaticWindow, TakesBackNoContextWithoutHarm) {
   EXPECT_TRUE(label.calls.empty());
 }
 
+// A label that has something to say to screen readers, as the controls do.
+class SpeakingLabel : public BlueLabel {
+ public:
+  std::wstring AccessibleName() const override { return L"Heading"; }
+  std::wstring AccessibleValue() const override { return value; }
+  std::wstring value = L"12 degrees";
+};
+
+TEST(QtStaticWindow, TellsScreenReadersItsNameAndEachNewValue) {
+  SpeakingLabel label;
+  label.grab();
+  EXPECT_EQ(label.accessibleName(), "Heading");
+  EXPECT_EQ(label.accessibleDescription(), "12 degrees");
+  label.value = L"13 degrees";
+  label.AnnounceValue();
+  EXPECT_EQ(label.accessibleDescription(), "13 degrees");
+}
+
+TEST(QtStaticWindow, LeavesWhatTheHostTellsScreenReadersAsItIs) {
+  SpeakingLabel label;
+  label.setAccessibleName("Course");
+  label.setAccessibleDescription("Where the boat goes");
+  label.grab();
+  label.AnnounceValue();
+  EXPECT_EQ(label.accessibleName(), "Course");
+  EXPECT_EQ(label.accessibleDescription(), "Where the boat goes");
+}
+
+TEST(QtStaticWindow, LeavesWhatTheHostTellsLaterToo) {
+  SpeakingLabel label;
+  label.grab();
+  label.setAccessibleName("Course");
+  label.setAccessibleDescription("Where the boat goes");
+  label.value = L"13 degrees";
+  label.AnnounceValue();
+  EXPECT_EQ(label.accessibleName(), "Course");
+  EXPECT_EQ(label.accessibleDescription(), "Where the boat goes");
+}
+
 TEST(QtStaticWindow, GivesALayoutItsPreferredSize) {
   const BlueLabel label;
   EXPECT_EQ(label.sizeHint(), QSize(200, 200));
@@ -171,6 +210,16 @@ TEST(QtChildWindow, TakesItsPlaceInTheParentWithASunkenFrameOutsideOfTheClientAr
   EXPECT_EQ(ShownPixel(*child, 36, 26), qRgb(0, 0, 255));
   EXPECT_NE(ShownPixel(*child, 0, 0), qRgb(0, 0, 255));
   EXPECT_NE(ShownPixel(*child, 39, 29), qRgb(0, 0, 255));
+}
+
+TEST(QtChildWindow, IsNamedAfterItsNumberUnlessTheHostHasNamedIt) {
+  BlueChild child;
+  child.CreateChild(L"Class", 0, 0, {0, 0, 10, 10}, nullptr, 7);
+  EXPECT_EQ(child.objectName(), "7");
+  BlueChild named;
+  named.setObjectName("plot");
+  named.CreateChild(L"Class", 0, 0, {0, 0, 10, 10}, nullptr, 7);
+  EXPECT_EQ(named.objectName(), "plot");
 }
 
 TEST(QtChildWindow, IsCreatedOnce) {

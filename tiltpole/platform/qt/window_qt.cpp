@@ -1,6 +1,5 @@
 #include "tiltpole/platform/qt/window_qt.h"
 
-#include <QAccessible>
 #include <QEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -85,10 +84,14 @@ void QtWindow::Invalidate(bool erase) {
   update();
 }
 
+// What the host has said itself stays. Qt tells the rest to a screen reader that listens now, and
+// keeps it for one that comes later.
 void QtWindow::AnnounceValue() {
-  if (!QAccessible::isActive()) return;
-  setAccessibleName(QString::fromStdWString(AccessibleName()));
-  setAccessibleDescription(QString::fromStdWString(AccessibleValue()));
+  if (accessibleName().isEmpty()) setAccessibleName(QString::fromStdWString(AccessibleName()));
+  if (accessibleDescription() != told_value_) return;
+  const QString value = QString::fromStdWString(AccessibleValue());
+  setAccessibleDescription(value);
+  told_value_ = value;
 }
 
 // Polishing comes once, after the control's own constructor and before the first paint.
@@ -96,8 +99,7 @@ bool QtWindow::event(QEvent* event) {
   if (event->type() == QEvent::Polish && !std::exchange(subclassed_, true)) {
     HadMemoryFor([this] {
       PreSubclassWindow();
-      setAccessibleName(QString::fromStdWString(AccessibleName()));
-      setAccessibleDescription(QString::fromStdWString(AccessibleValue()));
+      AnnounceValue();
     });
   }
   return QWidget::event(event);
@@ -165,7 +167,7 @@ bool ChildWindow::CreateChild(const wchar_t* /*window_class*/, std::uint32_t ext
   frame_width_ =
       ((extended_style & kClientEdge) != 0 ? 2 : 0) + ((extended_style & kStaticEdge) != 0 ? 1 : 0);
   if (parent != nullptr) setParent(parent);
-  setObjectName(QString::number(id));
+  if (objectName().isEmpty()) setObjectName(QString::number(id));
   setGeometry(LimitCoordinate(place.left), LimitCoordinate(place.top),
               std::clamp(place.Width(), 0, kCoordinateLimit),
               std::clamp(place.Height(), 0, kCoordinateLimit));

@@ -8,9 +8,14 @@
 /// a change of size or a screen of another scale factor has invalidated the picture. It has as many
 /// pixels as the screen.
 ///
+/// A screen reader is told the control's name and value, and the widget of a plot is named after
+/// the number of the child, unless the host has set the accessible name, the accessible description
+/// or the object name itself.
+///
 /// As with any widget, a parent deletes its children: a control in a layout is made by new, or
 /// lives on the stack and goes before its parent does.
 
+#include <QString>
 #include <QWidget>
 #include <cstdint>
 #include <memory>
@@ -75,6 +80,7 @@ class TILTPOLE_CONTROLS_EXPORT QtWindow : public QWidget {
 
   std::unique_ptr<QtBitmap> surface_;
   std::unique_ptr<QtContext> paint_context_;
+  QString told_value_;  ///< what screen readers were last told; a host may have said other things
   std::uint32_t style_ = 0;
   bool subclassed_ = false;
   bool invalid_ = true;
