@@ -66,6 +66,7 @@ class TILTPOLE_EXPORT CSZMatrix {
   /// Takes the other's storage, counts, cursors and flag as they are; @p other becomes empty.
   CSZMatrix(CSZMatrix&& other) noexcept;
 
+  /// Gives the storage back.
   virtual ~CSZMatrix() { delete[] m_pData; }
   /// @}
 
@@ -81,7 +82,9 @@ class TILTPOLE_EXPORT CSZMatrix {
   ///         be obtained, which only #m_bOK tells (1 obtained, 0 not).
   int Alloc(unsigned int rows, unsigned int cols);
 
+  /// The number of rows, also where there is no storage.
   unsigned int GetRow() const { return m_nRow; }
+  /// The number of columns, also where there is no storage.
   unsigned int GetCol() const { return m_nCol; }
 
   /// Element (i, j). Not checked: an index outside the matrix is undefined behaviour.
