@@ -106,7 +106,7 @@ void PointBar::ExportTo(bool geo_json) {
       ChooseFile(this, FilePurpose::Save, geo_json ? tr("Export GeoJSON") : tr("Export CSV"),
                  geo_json ? "geojson" : "csv");
   if (!path || model_.Points() == nullptr) return;
-  if (*path == QString::fromStdString(model_.Points()->Path())) {
+  if (model_.Points()->IsAt(path->toStdString())) {
     notices_.Say(tr("This is the points file itself. Choose another name."), Tone::Bad);
     return;
   }

@@ -1,7 +1,6 @@
 #include "apps/field/point_store.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <sstream>
@@ -18,9 +17,10 @@
 #include "apps/session/input_error.h"
 
 namespace tiltpole::field {
+namespace fs = std::filesystem;
 namespace {
 
-std::FILE* OpenForAppending(const std::filesystem::path& path) {
+std::FILE* OpenForAppending(const fs::path& path) {
 #ifdef _WIN32
   return _wfopen(path.c_str(), L"ab");
 #else
@@ -36,24 +36,35 @@ bool BringToMedium(std::FILE* file) {
 #endif
 }
 
-std::string ContentOf(const std::filesystem::path& path) {
+std::string ContentOf(const fs::path& path) {
   std::ifstream in(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(in), {}};
 }
 
+fs::path PlaceOf(const std::string& path) {
+  std::error_code error;
+  return fs::absolute(fs::u8path(path), error);
+}
+
+// Without links, and without . and .. in it, as far as there are files.
+fs::path Resolved(const fs::path& place) {
+  std::error_code error;
+  const fs::path resolved = fs::weakly_canonical(place, error);
+  return error ? place : resolved;
+}
+
 }  // namespace
 
-PointStore::PointStore(const std::string& path) : path_(path) {
-  const std::filesystem::path file = std::filesystem::u8path(path);
+PointStore::PointStore(const std::string& path) : path_(path), place_(PlaceOf(path)) {
   std::error_code error;
-  if (std::filesystem::exists(file, error) && !std::filesystem::is_regular_file(file, error)) {
+  if (fs::exists(place_, error) && !fs::is_regular_file(place_, error)) {
     throw session::InputError(path, "is no plain file");
   }
-  const std::string content = ContentOf(file);
+  const std::string content = ContentOf(place_);
   const bool begun = PointHeader().compare(0, content.size(), content) != 0 &&
                      content.compare(0, PointHeader().size(), PointHeader()) != 0;
   if (begun) throw session::InputError(path, "holds something else than points; it is left alone");
-  file_.reset(OpenForAppending(file));
+  file_.reset(OpenForAppending(place_));
   // Without a buffer: a row that failed must not come along with a later one.
   if (!file_ || std::setvbuf(file_.get(), nullptr, _IONBF, 0) != 0) {
     throw session::OutputError(path + ": cannot be opened for writing");
@@ -80,6 +91,14 @@ void PointStore::TakeUp(const std::string& content) {
       ++unreadable_rows_;
     }
   }
+}
+
+bool PointStore::IsAt(const std::string& path) const {
+  const fs::path place = PlaceOf(path);
+  std::error_code error;
+  if (fs::equivalent(place, place_, error)) return true;
+  // A file that was removed meanwhile still has its place.
+  return Resolved(place) == Resolved(place_);
 }
 
 void PointStore::Write(const std::string& text) {

@@ -3,6 +3,7 @@
 // The points file: every point is on the medium before the operator sees it in the table.
 
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -29,7 +30,10 @@ class PointStore {
 
   const std::vector<StoredPoint>& Points() const { return points_; }
   int UnreadableRows() const { return unreadable_rows_; }
-  const std::string& Path() const { return path_; }
+  /// Whether a path leads to the points file, by whatever name: relative, over a link, or another
+  /// writing of it. Who replaces the file there takes it away from under the points to come.
+  /// @param path  UTF-8
+  bool IsAt(const std::string& path) const;
 
  private:
   struct CloseFile {
@@ -40,7 +44,8 @@ class PointStore {
   void TakeUp(const std::string& content);
   void Write(const std::string& text);
 
-  std::string path_;
+  std::string path_;             ///< as it was given, for messages
+  std::filesystem::path place_;  ///< wherever the program's folder is later on
   std::vector<StoredPoint> points_;
   int unreadable_rows_ = 0;
   bool row_is_cut_off_ = false;

@@ -1,5 +1,7 @@
 // From start to exported points with the simulated pole, in a real window.
 
+#include <filesystem>
+
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
@@ -102,6 +104,19 @@ TEST_F(LivePole, SaysOnTheScreenWhatIsWrongWithAReadingAndOnThePointToo) {
   ASSERT_TRUE(robot.WaitUntil([this, before] { return Stored() > before; }));
   EXPECT_NE(window.Model().Points()->Points().back().flags & kShortAverage, 0U);
   robot.LookAtBothSizes("field-measure-flags");
+}
+
+TEST_F(LivePole, DoesNotExportOverThePointsFileThatWasOpenedByAnotherName) {
+  namespace fs = std::filesystem;
+  window.OpenPoints(QString::fromStdString(fs::relative(folder.File("points.csv")).u8string()));
+  robot.Click("tab_measure");
+  robot.SetSpeed(5.0);
+  StoreOne();
+  robot.ChooseFromMenu("more", 2, folder.File("points.csv"));
+  ASSERT_TRUE(robot.WaitForText("notice", "the points file itself"));
+  robot.Click("notice_seen");
+  StoreOne();
+  EXPECT_EQ(PointStore(folder.File("points.csv")).Points().size(), 2U);
 }
 
 TEST_F(LivePole, SaysThatNoSamplesArriveAndGoesOnWhenTheyDo) {

@@ -1,6 +1,8 @@
 // Points are in their file before they count as stored.
 
+#include <filesystem>
 #include <sstream>
+#include <system_error>
 
 #ifndef _WIN32
 #include <csignal>
@@ -130,6 +132,7 @@ TEST(PointStore, LeavesAFileAloneThatHoldsSomethingElse) {
 TEST(PointStore, SaysThatAFolderCannotBeWrittenTo) {
   const TemporaryFolder folder;
   EXPECT_THROW(PointStore store(folder.File("no/such/folder/p.csv")), session::OutputError);
+  EXPECT_THROW(PointStore store(""), session::OutputError);
 }
 
 TEST(PointStore, RefusesWhatIsNoPlainFile) {
@@ -138,6 +141,46 @@ TEST(PointStore, RefusesWhatIsNoPlainFile) {
 #ifndef _WIN32
   EXPECT_THROW(PointStore store("/dev/zero"), session::InputError);
 #endif
+}
+
+TEST(PointStore, KnowsItsFileByAnyName) {
+  const TemporaryFolder folder;
+  const PointStore store(folder.File("p.csv"));
+  EXPECT_TRUE(store.IsAt(folder.File("p.csv")));
+  EXPECT_TRUE(store.IsAt(folder.File("./p.csv")));
+  EXPECT_TRUE(store.IsAt(std::filesystem::relative(folder.File("p.csv")).u8string()));
+  EXPECT_FALSE(store.IsAt(folder.File("q.csv")));
+  EXPECT_FALSE(store.IsAt(folder.File("no/p.csv")));
+  EXPECT_FALSE(store.IsAt(folder.Write("copy.csv", folder.Read("p.csv"))));
+}
+
+TEST(PointStore, KnowsItsFileWhenItWasOpenedByARelativeName) {
+  const TemporaryFolder folder;
+  const PointStore store(std::filesystem::relative(folder.File("p.csv")).u8string());
+  EXPECT_TRUE(store.IsAt(folder.File("p.csv")));
+}
+
+TEST(PointStore, KnowsThePlaceOfItsFileWhenThatWasRemoved) {
+  const TemporaryFolder folder;
+  const PointStore store(std::filesystem::relative(folder.File("p.csv")).u8string());
+  std::error_code error;
+  if (!std::filesystem::remove(folder.File("p.csv"), error)) {
+    GTEST_SKIP() << "this system removes no file that is open";
+  }
+  EXPECT_TRUE(store.IsAt(folder.File("./p.csv")));
+  EXPECT_FALSE(store.IsAt(folder.File("q.csv")));
+}
+
+TEST(PointStore, KnowsItsFileOverLinks) {
+  const TemporaryFolder folder;
+  const PointStore store(folder.File("p.csv"));
+  std::error_code error;
+  std::filesystem::create_symlink(folder.File("p.csv"), folder.File("link.csv"), error);
+  if (!error) std::filesystem::create_hard_link(folder.File("p.csv"), folder.File("q.csv"), error);
+  if (error) GTEST_SKIP() << "links: " << error.message();
+  EXPECT_TRUE(store.IsAt(folder.File("link.csv")));
+  EXPECT_TRUE(store.IsAt(folder.File("q.csv")));
+  EXPECT_TRUE(PointStore(folder.File("link.csv")).IsAt(folder.File("p.csv")));
 }
 
 #ifndef _WIN32

@@ -1,9 +1,9 @@
 #include "robot.h"
 
 #include <QDir>
-#include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMessageBox>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -76,9 +76,20 @@ void Robot::AnswerFileDialog(const std::string& path) {
     }
     timer->stop();
     timer->deleteLater();
+    AgreeToReplacing(*dialog);
     name->clear();
     QTest::keyClicks(name, QString::fromStdString(path));
     QTest::keyClick(name, Qt::Key_Enter);
+  });
+  timer->start(50);
+}
+
+// The question comes up only where the file is there already.
+void Robot::AgreeToReplacing(QFileDialog& dialog) {
+  auto* timer = new QTimer(&dialog);
+  QObject::connect(timer, &QTimer::timeout, &dialog, [] {
+    auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (question != nullptr) question->button(QMessageBox::Yes)->click();
   });
   timer->start(50);
 }

@@ -3,6 +3,7 @@
 // An operator with a mouse and a keyboard.
 
 #include <QApplication>
+#include <QFileDialog>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
@@ -36,7 +37,7 @@ class Robot {
   void Key(const char* widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
   /// Presses a shortcut of the window, again where nothing came of it.
   bool PressUntil(Qt::Key shortcut, const std::function<bool()>& so);
-  /// Clicks a button that asks for a file, and types the file's name.
+  /// Clicks a button that asks for a file, types the file's name, and agrees to replacing it.
   void ClickAndType(const char* button, const std::string& path);
   void ChooseFromMenu(const char* button, int entry, const std::string& path = {});
 
@@ -51,6 +52,7 @@ class Robot {
  private:
   static void Expect(bool so, const char* name);
   void AnswerFileDialog(const std::string& path);
+  static void AgreeToReplacing(QFileDialog& dialog);
   void LookAt(QSize size, const char* picture);
 
   tiltpole::field::MainWindow& window_;
