@@ -64,10 +64,14 @@ double NumberOf(const QCommandLineParser& parser, const char* option, double lea
                  .arg(most));
 }
 
+// The folder for documents may be missing on a fresh system; one that the operator names is not
+// made, since its name may be a slip.
 QString PointsFile(const QCommandLineParser& parser) {
   if (parser.isSet(kPoints)) return parser.value(kPoints);
-  const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-  return QDir(documents).filePath("tiltpole-points.csv");
+  const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+  // Where that fails, so does the opening of the file, which says so.
+  static_cast<void>(documents.mkpath("."));
+  return documents.filePath("tiltpole-points.csv");
 }
 
 }  // namespace
