@@ -51,8 +51,9 @@ class TurnPlot : public QWidget {
     plot_ = std::make_unique<Plot>();
     shown_ = 0;
     clears_ = turn_.Clears();
-    AddNewReadings();
+    // First, since a plot without an area finds no view for its readings and tries again and again.
     plot_->Create(L"", L"", kVisibleChild, {0, 0, width(), height()}, this, 1);
+    AddNewReadings();
     plot_->ZoomAll();
   }
 
