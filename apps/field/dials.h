@@ -30,14 +30,18 @@ class Dials : public QWidget {
   explicit Dials(QWidget* parent);
 
   void Show(const Reading& reading);
-  /// There is no reading: the dials stay where they were, the figures go.
+  /// There is no reading: dials and figures go, and it says so in their place.
   void ShowNothing();
-  double Heading() const { return compass_->GetValue(); }
 
  private:
+  void SetDialsShown(bool compass, bool gauges);
+
   ResizingDial<CGraphCompass>* compass_;
   ResizingDial<CGraphIncline_Left>* along_;
   ResizingDial<CGraphIncline_Right>* across_;
+  QLabel* no_compass_;
+  QLabel* no_along_;
+  QLabel* no_across_;
   QLabel* heading_;
   QLabel* tilt_;
 };

@@ -1,6 +1,8 @@
 // From start to exported points with the simulated pole, in a real window.
 
+#include <array>
 #include <filesystem>
+#include <limits>
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -39,6 +41,11 @@ struct LivePole : testing::Test {
   }
 
   std::size_t Stored() { return window.Model().Points()->Points().size(); }
+
+  std::array<QWidget*, 3> AllDials() {
+    return {window.findChild<QWidget*>("compass"), window.findChild<QWidget*>("gauge_along"),
+            window.findChild<QWidget*>("gauge_across")};
+  }
 
   const StoredPoint& StoreOne() {
     const std::size_t before = Stored();
@@ -126,12 +133,36 @@ TEST_F(LivePole, SaysThatNoSamplesArriveAndGoesOnWhenTheyDo) {
   EXPECT_NE(robot.Read("notice").find("No samples arrive"), std::string::npos);
   EXPECT_EQ(robot.Read("flag_still"), "No samples");
   EXPECT_EQ(robot.Read("offset_0"), "–");
+  EXPECT_EQ(robot.Read("instead_of_compass"), "No samples");
+  for (const QWidget* const dial : AllDials()) EXPECT_FALSE(dial->isVisible());
   EXPECT_FALSE(robot.See<QPushButton>("store_now")->isEnabled());
   robot.LookAtBothSizes("field-measure-silent");
   robot.Click("notice_seen");
   robot.Click("unplug");
   ASSERT_TRUE(robot.WaitForText("source_state", "Running"));
   ASSERT_TRUE(robot.WaitUntil([this] { return robot.Read("offset_0") != "–"; }));
+  for (const QWidget* const dial : AllDials()) EXPECT_TRUE(dial->isVisible());
+}
+
+TEST_F(LivePole, ShowsNoDialBeforeTheFirstSample) {
+  window.Model().Source()->Pause();
+  robot.Click("tab_measure");
+  ASSERT_TRUE(robot.WaitForText("source_state", "Paused"));
+  EXPECT_EQ(robot.Read("instead_of_compass"), "No samples");
+  for (const QWidget* const dial : AllDials()) EXPECT_FALSE(dial->isVisible());
+}
+
+TEST(DialsOnAPole, ShowNoNeedleForAHeadingThatCannotBeTold) {
+  Dials dials(nullptr);
+  Reading reading;
+  dials.Show(reading);
+  dials.show();
+  EXPECT_TRUE(dials.findChild<QWidget*>("compass")->isVisible());
+  reading.tip.Heading = std::numeric_limits<double>::quiet_NaN();
+  dials.Show(reading);
+  EXPECT_FALSE(dials.findChild<QWidget*>("compass")->isVisible());
+  EXPECT_TRUE(dials.findChild<QWidget*>("gauge_along")->isVisible());
+  EXPECT_EQ(dials.findChild<QLabel*>("instead_of_compass")->text(), "No heading");
 }
 
 }  // namespace
