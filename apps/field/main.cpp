@@ -64,6 +64,41 @@ double NumberOf(const QCommandLineParser& parser, const char* option, double lea
                  .arg(most));
 }
 
+struct Numbers {
+  double speed;
+  double pole_length;
+  double seed;
+};
+
+Numbers Parse(QCommandLineParser& parser) {
+  AddOptions(parser);
+  const bool parsed = parser.parse(QCoreApplication::arguments());
+  if (parser.isSet("version")) parser.showVersion();
+  if (parser.isSet("help") || parser.isSet("help-all")) parser.showHelp();
+  if (!parsed) WrongUsage(parser.errorText());
+  if (!parser.positionalArguments().isEmpty()) {
+    WrongUsage(Main::tr("'%1' is no option").arg(parser.positionalArguments().constFirst()));
+  }
+  return {NumberOf(parser, kSpeed, 0.01, 1000.0), NumberOf(parser, kPoleLength, 0.1, 20.0),
+          NumberOf(parser, kSeed, 0.0, 1e9)};
+}
+
+// An application takes its translators along when it ends; the next one needs them anew.
+void LoadTranslation(QTranslator& translator) {
+  const QDir program(QCoreApplication::applicationDirPath());
+  if (translator.load(QLocale(), "tiltpole-field", "_", program.filePath("translations"))) {
+    QCoreApplication::installTranslator(&translator);
+  }
+}
+
+// Before there is a window system, so that help and version need none.
+Numbers ParseWithoutWindows(QCommandLineParser& parser, int argc, char** argv) {
+  const QCoreApplication without_windows(argc, argv);
+  QTranslator translator;
+  LoadTranslation(translator);
+  return Parse(parser);
+}
+
 // The folder for documents may be missing on a fresh system; one that the operator names is not
 // made, since its name may be a slip.
 QString PointsFile(const QCommandLineParser& parser) {
@@ -76,39 +111,20 @@ QString PointsFile(const QCommandLineParser& parser) {
 
 }  // namespace
 
-// Before there is a window system, so that help and version need none.
-void Parse(QCommandLineParser& parser, int argc, char** argv) {
-  const QCoreApplication without_windows(argc, argv);
-  AddOptions(parser);
-  const bool parsed = parser.parse(QCoreApplication::arguments());
-  if (parser.isSet("version")) parser.showVersion();
-  if (parser.isSet("help") || parser.isSet("help-all")) parser.showHelp();
-  if (!parsed) WrongUsage(parser.errorText());
-  if (!parser.positionalArguments().isEmpty()) {
-    WrongUsage(Main::tr("'%1' is no option").arg(parser.positionalArguments().constFirst()));
-  }
-}
-
 int main(int argc, char** argv) {
   QCoreApplication::setApplicationName("tiltpole-field");
   QCoreApplication::setApplicationVersion(TILTPOLE_VERSION);
   QCommandLineParser parser;
-  Parse(parser, argc, argv);
-  const double speed = NumberOf(parser, kSpeed, 0.01, 1000.0);
-  const double pole_length = NumberOf(parser, kPoleLength, 0.1, 20.0);
-  const double seed = NumberOf(parser, kSeed, 0.0, 1e9);
+  const Numbers numbers = ParseWithoutWindows(parser, argc, argv);
 
   QApplication application(argc, argv);
   QTranslator translator;
-  const QString translations = QDir(QApplication::applicationDirPath()).filePath("translations");
-  if (translator.load(QLocale(), "tiltpole-field", "_", translations)) {
-    QApplication::installTranslator(&translator);
-  }
+  LoadTranslation(translator);
   tiltpole::field::ApplyTheme(application);
-  tiltpole::field::MainWindow window(pole_length);
+  tiltpole::field::MainWindow window(numbers.pole_length);
   window.OpenPoints(PointsFile(parser));
-  window.Source().SetSpeed(speed);
-  window.Source().SetSeed(static_cast<std::uint64_t>(seed));
+  window.Source().SetSpeed(numbers.speed);
+  window.Source().SetSeed(static_cast<std::uint64_t>(numbers.seed));
   if (parser.isSet(kSession)) {
     window.Source().OpenSession(parser.value(kSession));
   } else {
