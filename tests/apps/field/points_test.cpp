@@ -4,12 +4,6 @@
 #include <sstream>
 #include <system_error>
 
-#ifndef _WIN32
-#include <csignal>
-
-#include <sys/resource.h>
-#endif
-
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
@@ -17,6 +11,7 @@
 #include "apps/field/point_rows.h"
 #include "apps/field/point_store.h"
 #include "apps/session/input_error.h"
+#include "full_medium.h"
 #include "support/temporary_folder.h"
 
 namespace tiltpole::field {
@@ -184,32 +179,12 @@ TEST(PointStore, KnowsItsFileOverLinks) {
 }
 
 #ifndef _WIN32
-/// No file grows beyond so many bytes, as if the medium were full, for as long as it lives.
-class FullMedium {
- public:
-  explicit FullMedium(rlim_t bytes) : old_handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-    getrlimit(RLIMIT_FSIZE, &old_limit_);
-    const rlimit limit{bytes, old_limit_.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~FullMedium() {
-    setrlimit(RLIMIT_FSIZE, &old_limit_);
-    static_cast<void>(std::signal(SIGXFSZ, old_handler_));  // it was there before
-  }
-  FullMedium(const FullMedium&) = delete;
-  FullMedium& operator=(const FullMedium&) = delete;
-
- private:
-  void (*old_handler_)(int);
-  rlimit old_limit_{};
-};
-
 TEST(PointStore, DoesNotCountAPointThatTheMediumDoesNotTakeAndGoesOnWhenThereIsRoom) {
   const TemporaryFolder folder;
   PointStore store(folder.File("p.csv"));
   store.Append(SomePoint());
   {
-    const FullMedium full(folder.Read("p.csv").size() + 20);
+    const tiltpole_test::FullMedium full(folder.Read("p.csv").size() + 20);
     EXPECT_THROW(store.Append(SomePoint()), session::OutputError);
     EXPECT_THROW(store.Append(SomePoint()), session::OutputError);
   }
@@ -252,11 +227,25 @@ TEST(Export, GeoJsonHasNoPlaceForAPointWithoutAntenna) {
   EXPECT_EQ(json["features"][0]["properties"]["offset_north"], 0.5);
 }
 
-TEST(Export, FailsWithoutTouchingTheOldFile) {
+TEST(Export, SaysThatThereIsNoSuchFolder) {
   const TemporaryFolder folder;
   EXPECT_THROW(Export({SomePoint()}, ExportFormat::Csv, folder.File("no/folder.csv")),
                session::OutputError);
 }
+
+#ifndef _WIN32
+TEST(Export, FailsOnAFullMediumWithoutTouchingTheOldFile) {
+  const TemporaryFolder folder;
+  folder.Write("old.csv", "old");
+  {
+    const tiltpole_test::FullMedium full(20);
+    EXPECT_THROW(Export({SomePoint()}, ExportFormat::Csv, folder.File("old.csv")),
+                 session::OutputError);
+  }
+  EXPECT_EQ(folder.Read("old.csv"), "old");
+  EXPECT_EQ(folder.CountFiles(), 1);
+}
+#endif
 
 }  // namespace
 }  // namespace tiltpole::field

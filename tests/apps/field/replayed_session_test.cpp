@@ -176,7 +176,10 @@ TEST_F(ReplayedSession, KeepsTheWindowAliveWhileItCalibrates) {
 }
 
 TEST_F(ReplayedSession, IsWorkedByTheKeysOfAHandheldAlone) {
-  Open(FieldSession());
+  robot.ChooseFromMenuByKeys("source", 0, folder.Write("session.csv", FieldSession()));
+  ASSERT_NE(window.Model().Source(), nullptr);
+  robot.PressByKeys("speed");
+  EXPECT_EQ(window.Model().Source()->Speed(), 2.0);
   ASSERT_TRUE(robot.PressUntil(
       Qt::Key_F9, [this] { return window.Model().Source()->State() == SourceState::Running; }));
   ASSERT_TRUE(robot.WaitUntil([this] { return window.Model().HasTurns(); }));

@@ -99,14 +99,36 @@ void Robot::ClickAndType(const char* button, const std::string& path) {
   Click(button);
 }
 
-void Robot::ChooseFromMenu(const char* button, int entry, const std::string& path) {
+// A menu runs a loop of its own, too.
+void Robot::AnswerMenu(const char* button, int entry, const std::string& path) {
   auto* target = See<QPushButton>(button);
   if (!path.empty()) AnswerFileDialog(path);
   QTimer::singleShot(200, &window_, [target, entry] {
     for (int i = 0; i <= entry; ++i) QTest::keyClick(target->menu(), Qt::Key_Down);
     QTest::keyClick(target->menu(), Qt::Key_Enter);
   });
-  QTest::mouseClick(target, Qt::LeftButton);
+}
+
+void Robot::ChooseFromMenu(const char* button, int entry, const std::string& path) {
+  AnswerMenu(button, entry, path);
+  QTest::mouseClick(See<QPushButton>(button), Qt::LeftButton);
+}
+
+void Robot::ChooseFromMenuByKeys(const char* button, int entry, const std::string& path) {
+  AnswerMenu(button, entry, path);
+  PressByKeys(button);
+}
+
+void Robot::PressByKeys(const char* button) {
+  auto* target = See<QPushButton>(button);
+  window_.activateWindow();
+  WaitUntil([this] { return window_.isActiveWindow(); });
+  constexpr int kWidgets = 50;
+  for (int i = 0; i < kWidgets && window_.focusWidget() != target; ++i) {
+    QTest::keyClick(&window_, Qt::Key_Tab);
+  }
+  Expect(window_.focusWidget() == target, button);
+  QTest::keyClick(target, Qt::Key_Space);
 }
 
 bool Robot::WaitUntil(const std::function<bool()>& so) { return QTest::qWaitFor(so, kPatience); }

@@ -40,6 +40,9 @@ class Robot {
   /// Clicks a button that asks for a file, types the file's name, and agrees to replacing it.
   void ClickAndType(const char* button, const std::string& path);
   void ChooseFromMenu(const char* button, int entry, const std::string& path = {});
+  /// Goes to a button by the tabulator and presses it.
+  void PressByKeys(const char* button);
+  void ChooseFromMenuByKeys(const char* button, int entry, const std::string& path);
 
   bool WaitUntil(const std::function<bool()>& so);
   bool WaitForText(const char* label, const std::string& part);
@@ -51,6 +54,7 @@ class Robot {
 
  private:
   static void Expect(bool so, const char* name);
+  void AnswerMenu(const char* button, int entry, const std::string& path);
   void AnswerFileDialog(const std::string& path);
   static void AgreeToReplacing(QFileDialog& dialog);
   void LookAt(QSize size, const char* picture);
