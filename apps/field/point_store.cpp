@@ -15,6 +15,8 @@
 
 #include "apps/field/point_rows.h"
 #include "apps/session/input_error.h"
+#include "tiltpole/platform/file.h"
+#include "tiltpole/platform/text.h"
 
 namespace tiltpole::field {
 namespace fs = std::filesystem;
@@ -41,6 +43,18 @@ std::string ContentOf(const fs::path& path) {
   return {std::istreambuf_iterator<char>(in), {}};
 }
 
+// Made under another name first, since putting it in its place brings its folder to the medium,
+// too: without that a new file can be gone after a power cut, with all of its points. Where this
+// fails, the opening for appending makes the file, or says why there is none.
+void MakeFile(const fs::path& path) {
+  const std::wstring place = detail::WideText(path.u8string());
+  const std::wstring place_beside = place + L".new";
+  PlatformFile file;
+  const bool on_the_medium = file.Create(place_beside) && file.Write(PointHeader()) && file.Flush();
+  if (file.Close() && on_the_medium && detail::MoveOverFile(place_beside, place)) return;
+  detail::RemoveFile(place_beside);
+}
+
 fs::path PlaceOf(const std::string& path) {
   std::error_code error;
   return fs::absolute(fs::u8path(path), error);
@@ -60,6 +74,9 @@ PointStore::PointStore(const std::string& path) : path_(path), place_(PlaceOf(pa
   if (fs::exists(place_, error) && !fs::is_regular_file(place_, error)) {
     throw session::InputError(path, "is no plain file");
   }
+  // A link to nowhere stays a link.
+  const bool is_free = !place_.empty() && !fs::exists(fs::symlink_status(place_, error));
+  if (is_free) MakeFile(place_);
   const std::string content = ContentOf(place_);
   const bool begun = PointHeader().compare(0, content.size(), content) != 0 &&
                      content.compare(0, PointHeader().size(), PointHeader()) != 0;
