@@ -9,10 +9,15 @@
 namespace tiltpole::field {
 namespace {
 
-constexpr double kRingWidth = 0.18;  // of the diameter
+constexpr double kRingWidth = 0.12;  // of the diameter; leaves room for what stands in the ring
 constexpr double kOverlap = 0.6;     // degrees
 const QColor kCovered(0, 90, 32);
 const QColor kMissing(255, 255, 255);
+
+QRectF InnerCircle(const QRectF& outer) {
+  const double ring = outer.width() * kRingWidth;
+  return outer.adjusted(ring, ring, -ring, -ring);
+}
 
 QPointF OnCircle(const QRectF& circle, double screen_angle, double share) {
   const double radians = qDegreesToRadians(screen_angle);
@@ -40,8 +45,7 @@ void CoverageRing::paintEvent(QPaintEvent*) {
 }
 
 void CoverageRing::DrawSectors(QPainter& painter, const QRectF& outer) const {
-  const double ring = outer.width() * kRingWidth;
-  const QRectF inner = outer.adjusted(ring, ring, -ring, -ring);
+  const QRectF inner = InnerCircle(outer);
   const SectorSet& covered = turn_.Covered();
   painter.setPen(Qt::NoPen);
   painter.setBrush(kMissing);
@@ -67,18 +71,19 @@ void CoverageRing::DrawLabels(QPainter& painter, const QRectF& outer) const {
   painter.setPen(Qt::black);
   QFont font = painter.font();
   font.setBold(true);
-  font.setPixelSize(std::max(14, static_cast<int>(outer.width() * 0.125)));
+  font.setPixelSize(std::max(12, qRound(outer.width() * 0.118)));
   painter.setFont(font);
   painter.drawText(outer, Qt::AlignCenter, tr("%1 %").arg(turn_.CoveredPercent()));
   font.setPixelSize(std::max(11, static_cast<int>(outer.width() * 0.085)));
   painter.setFont(font);
+  constexpr double kGap = 3.0;
+  const QRectF room = InnerCircle(outer).adjusted(kGap, kGap, -kGap, -kGap);
   const bool compass = turn_.Turn() == SampleSet::Horizontal;
-  const QString names[] = {compass ? tr("E") : tr("x"), compass ? tr("N") : tr("z"),
-                           compass ? tr("W") : QString(), compass ? tr("S") : QString()};
-  for (int i = 0; i < 4; ++i) {
-    const QPointF at = OnCircle(outer, 90.0 * i, 1.0 - 2.0 * kRingWidth - 0.11);
-    painter.drawText(QRectF(at.x() - 20, at.y() - 20, 40, 40), Qt::AlignCenter, names[i]);
-  }
+  painter.drawText(room, Qt::AlignRight | Qt::AlignVCenter, compass ? tr("E") : tr("x"));
+  painter.drawText(room, Qt::AlignHCenter | Qt::AlignTop, compass ? tr("N") : tr("z"));
+  if (!compass) return;
+  painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter, tr("W"));
+  painter.drawText(room, Qt::AlignHCenter | Qt::AlignBottom, tr("S"));
 }
 
 void CoverageRing::DrawDirection(QPainter& painter, const QRectF& outer) const {
