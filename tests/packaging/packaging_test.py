@@ -27,6 +27,10 @@ def run(*command, **options):
     return subprocess.run([str(word) for word in command], check=True, **options)
 
 
+# For builds of the library that are made for one test alone: they take half the time.
+UNOPTIMISED = "-DCMAKE_BUILD_TYPE=Debug"
+
+
 def fresh(folder):
     shutil.rmtree(folder, ignore_errors=True)
     folder.mkdir(parents=True)
@@ -156,8 +160,9 @@ def pkg_config_in_folders_of_their_own():
     """Folders that do not move with the prefix; headers must lie outside the source tree."""
     build = fresh(WORK / f"{TEST}-build")
     with tempfile.TemporaryDirectory() as folders:
-        configure(SOURCE, build, f"-DTILTPOLE_WINDOWING={WINDOWING}", "-DTILTPOLE_BUILD_TESTS=OFF",
-                  "-DTILTPOLE_BUILD_APPS=OFF", "-DTILTPOLE_BUILD_C_LIBRARY=OFF",
+        configure(SOURCE, build, UNOPTIMISED, f"-DTILTPOLE_WINDOWING={WINDOWING}",
+                  "-DTILTPOLE_BUILD_TESTS=OFF", "-DTILTPOLE_BUILD_APPS=OFF",
+                  "-DTILTPOLE_BUILD_C_LIBRARY=OFF",
                   f"-DCMAKE_INSTALL_LIBDIR={folders}/libraries",
                   f"-DCMAKE_INSTALL_INCLUDEDIR={folders}/headers")
         run(CMAKE, "--build", build)
@@ -166,12 +171,12 @@ def pkg_config_in_folders_of_their_own():
 
 
 def add_subdirectory():
-    source = f"-DTILTPOLE_SOURCE={SOURCE}"
-    build = build_and_run_outside("add_subdirectory", source)
+    settings = (UNOPTIMISED, f"-DTILTPOLE_SOURCE={SOURCE}")
+    build = build_and_run_outside("add_subdirectory", *settings)
     assert not list(install(build).iterdir()), "the library is installed with the host"
     if WINDOWING != "none":
-        build_and_run_outside("add_subdirectory", source, f"-DTILTPOLE_WINDOWING={WINDOWING}",
-                              with_controls=True)
+        build_and_run_outside("add_subdirectory", *settings,
+                              f"-DTILTPOLE_WINDOWING={WINDOWING}", with_controls=True)
 
 
 def shared_build():
