@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <iostream>
 #include <iterator>
 #include <sstream>
 #include <system_error>
@@ -15,8 +16,7 @@
 
 #include "apps/field/point_rows.h"
 #include "apps/session/input_error.h"
-#include "tiltpole/platform/file.h"
-#include "tiltpole/platform/text.h"
+#include "apps/session/output_file.h"
 
 namespace tiltpole::field {
 namespace fs = std::filesystem;
@@ -43,16 +43,17 @@ std::string ContentOf(const fs::path& path) {
   return {std::istreambuf_iterator<char>(in), {}};
 }
 
-// Made under another name first, since putting it in its place brings its folder to the medium,
+// As an output that appears whole, since putting it in its place brings its folder to the medium,
 // too: without that a new file can be gone after a power cut, with all of its points. Where this
 // fails, the opening for appending makes the file, or says why there is none.
 void MakeFile(const fs::path& path) {
-  const std::wstring place = detail::WideText(path.u8string());
-  const std::wstring place_beside = place + L".new";
-  PlatformFile file;
-  const bool on_the_medium = file.Create(place_beside) && file.Write(PointHeader()) && file.Flush();
-  if (file.Close() && on_the_medium && detail::MoveOverFile(place_beside, place)) return;
-  detail::RemoveFile(place_beside);
+  try {
+    session::OutputFile file(path.u8string(), std::cout);
+    file.Stream() << PointHeader();
+    file.Commit();
+  } catch (const session::OutputError&) {
+    return;
+  }
 }
 
 fs::path PlaceOf(const std::string& path) {

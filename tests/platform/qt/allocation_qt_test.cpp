@@ -23,7 +23,7 @@ using tiltpole_test::FailEachAllocation;
 using tiltpole_test::RunWithFailure;
 using tiltpole_test::StopFailing;
 
-// Small: Qt composes pictures of more than 95 rows in threads of its own, which work on when it
+// Small: Qt composes tall pictures in threads of its own, which work on when it
 // runs out of memory in the middle of starting them.
 void Fill(CGraphCompass& compass) {
   compass.resize(60, 45);
