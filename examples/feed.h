@@ -9,8 +9,7 @@
 namespace example {
 
 inline tiltpole::MagneticPoint ReadingOf(const tiltpole::PoseSensorData& sample) {
-  return {static_cast<int>(sample.MagneticX_A), static_cast<int>(sample.MagneticY_A),
-          static_cast<int>(sample.MagneticZ_A)};
+  return tiltpole::InWholeCounts(sample.MagneticX_A, sample.MagneticY_A, sample.MagneticZ_A);
 }
 
 /// @param dialog  has the five controls: compass, left, right, turn_about_z, turn_about_y

@@ -21,10 +21,14 @@ MAY_INCLUDE = {
           "screening", "quality"},
 }
 
-# These have what every host has: what lies in a detail folder may change with any version.
-HOSTS = ("apps", "examples", "docs/samples")
-
 ROOT = pathlib.Path(__file__).resolve().parent.parent
+
+# These have what every host has: what lies in a detail folder may change with any version, and of
+# the platform only a few headers are installed.
+HOSTS = ("apps", "examples", "docs/samples")
+INSTALLED_OF_PLATFORM = set(re.findall(
+    r"\bplatform/\w+\.h\b", (ROOT / "cmake/TiltpoleInstall.cmake").read_text(encoding="utf-8")))
+
 INCLUDE = re.compile(r'^\s*#\s*include\s*["<]((apps|tests|tiltpole)/(?:([^"/>]+)/)?[^">]+)',
                      re.MULTILINE)
 
@@ -41,12 +45,17 @@ def includes_in(folder: str) -> list:
     return found
 
 
+def is_for_hosts(header: str, room: str) -> bool:
+    """Whether a header of the library, named from its folder, goes to hosts."""
+    return header in INSTALLED_OF_PLATFORM if room == "platform" else "/detail/" not in header
+
+
 def is_allowed(file: pathlib.Path, include: re.Match) -> bool:
     """Whether a file may have the include."""
     path, top, room = include.groups()
     parts = file.relative_to(ROOT).parts
     if parts[0] != "tiltpole":
-        return top != "tiltpole" or "/detail/" not in path
+        return top != "tiltpole" or is_for_hosts(path.removeprefix("tiltpole/"), room)
     if len(parts) == 2:  # the headers of all rooms
         return True
     return top == "tiltpole" and (room in {None, parts[1]} or room in MAY_INCLUDE[parts[1]])

@@ -7,7 +7,7 @@
 #include <memory>
 
 #include "apps/field/turn_recording.h"
-#include "tiltpole/platform/saturate.h"
+#include "tiltpole/controls/MagneticPoint.h"
 
 namespace tiltpole::field {
 
@@ -58,10 +58,10 @@ class TurnPlot : public QWidget {
   }
 
   void AddNewReadings() {
-    const auto count = [](double reading) { return detail::TruncateSaturated(reading); };
     for (; shown_ < turn_.Samples().size(); ++shown_) {
       const PoseSensorData& raw = turn_.Samples()[shown_];
-      plot_->AddTrackPoint(count(raw.MagneticX_A), count(raw.MagneticY_A), count(raw.MagneticZ_A));
+      const MagneticPoint point = InWholeCounts(raw.MagneticX_A, raw.MagneticY_A, raw.MagneticZ_A);
+      plot_->AddTrackPoint(point.x, point.y, point.z);
     }
   }
 

@@ -7,6 +7,7 @@ set(tiltpole_controls_sources
     CGraphIncline_Right.cpp
     CGraphMagnetic_XY.cpp
     CGraphMagnetic_XZ.cpp
+    MagneticPoint.cpp
     detail/compass_geometry.cpp
     detail/gauge_geometry.cpp
     detail/incline_gauge.cpp

@@ -20,7 +20,7 @@
 #include "tiltpole/controls/CGraphIncline_Right.h"
 #include "tiltpole/controls/CGraphMagnetic_XY.h"
 #include "tiltpole/controls/CGraphMagnetic_XZ.h"
-#include "tiltpole/platform/saturate.h"
+#include "tiltpole/controls/MagneticPoint.h"
 
 namespace tiltpole::cli {
 namespace {
@@ -104,9 +104,7 @@ int DrawGauges(const DialOptions& options, Console& console) {
 }
 
 MagneticPoint ReadingOf(const PoseSensorData& sample) {
-  return {detail::TruncateSaturated(sample.MagneticX_A),
-          detail::TruncateSaturated(sample.MagneticY_A),
-          detail::TruncateSaturated(sample.MagneticZ_A)};
+  return InWholeCounts(sample.MagneticX_A, sample.MagneticY_A, sample.MagneticZ_A);
 }
 
 template <typename Plot>
