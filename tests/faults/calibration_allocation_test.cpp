@@ -59,6 +59,30 @@ bool HoldsTheSamplesOf(const CInclineSensor_MagneticAdjust& adjust, const Sessio
   return adjust.Horizontal_Get(count, sample) == 0 && adjust.Vertical_Get(count, sample) == 0;
 }
 
+// A calibration that returns as expected where nothing fails; with each failing allocation the
+// results are those of before, the samples stay, and the calibration can be repeated.
+void CalibrateWithEachFailure(const Session& next, int expected) {
+  CInclineSensor_MagneticAdjust before;
+  CalibrateThenFill(before, next);
+  CInclineSensor_MagneticAdjust undisturbed;
+  CalibrateThenFill(undisturbed, next);
+  ASSERT_EQ(undisturbed.Adjust(), expected);
+  ASSERT_FALSE(SameResults(before, undisturbed));
+  const long failures = FailEachAllocation([&](long after) {
+    CInclineSensor_MagneticAdjust adjust;
+    CalibrateThenFill(adjust, next);
+    const Ended ended = RunWithFailure(after, [&] { adjust.Adjust(); });
+    EXPECT_NE(ended, Ended::Coped) << "after " << after;
+    EXPECT_TRUE(SameResults(adjust, ended == Ended::Done ? undisturbed : before))
+        << "after " << after;
+    EXPECT_TRUE(HoldsTheSamplesOf(adjust, next));
+    EXPECT_EQ(adjust.Adjust(), expected);
+    EXPECT_TRUE(SameResults(adjust, undisturbed));
+    return ended;
+  });
+  EXPECT_GT(failures, 10);
+}
+
 TEST_F(Allocations, ASampleThatCannotBeAddedIsNotAdded) {
   const PoseSensorData sample;
   const long failures = FailEachAllocation([&](long after) {
@@ -77,25 +101,7 @@ TEST_F(Allocations, ACalibrationWithoutMemoryKeepsResultsAndSamplesAndCanBeRepea
   const Session next =
       tiltpole_test::SessionOf(RandomTurns(tiltpole_test::Kind::SoftIron, 40, 40, 7),
                                RandomTurns(tiltpole_test::Kind::SoftIron, 40, 40, 8));
-  CInclineSensor_MagneticAdjust before;
-  CalibrateThenFill(before, next);
-  CInclineSensor_MagneticAdjust undisturbed;
-  CalibrateThenFill(undisturbed, next);
-  ASSERT_EQ(undisturbed.Adjust(), 1);
-  ASSERT_FALSE(SameResults(before, undisturbed));
-  const long failures = FailEachAllocation([&](long after) {
-    CInclineSensor_MagneticAdjust adjust;
-    CalibrateThenFill(adjust, next);
-    const Ended ended = RunWithFailure(after, [&] { adjust.Adjust(); });
-    EXPECT_NE(ended, Ended::Coped) << "after " << after;
-    EXPECT_TRUE(SameResults(adjust, ended == Ended::Done ? undisturbed : before))
-        << "after " << after;
-    EXPECT_TRUE(HoldsTheSamplesOf(adjust, next));
-    EXPECT_EQ(adjust.Adjust(), 1);
-    EXPECT_TRUE(SameResults(adjust, undisturbed));
-    return ended;
-  });
-  EXPECT_GT(failures, 10);
+  CalibrateWithEachFailure(next, 1);
   EXPECT_EQ(shown, 0);
 }
 
@@ -106,22 +112,7 @@ TEST_F(Allocations, AFailedCalibrationWhoseMessageFindsNoRoomKeepsTheCorrectionO
   for (tiltpole_test::Reading& reading : unreachable.vertical) reading[1] /= 3;
   const Session next =
       tiltpole_test::SessionOf(RandomTurns(tiltpole_test::Kind::SoftIron, 40, 40, 7), unreachable);
-  CInclineSensor_MagneticAdjust before;
-  CalibrateThenFill(before, next);
-  CInclineSensor_MagneticAdjust undisturbed;
-  CalibrateThenFill(undisturbed, next);
-  ASSERT_EQ(undisturbed.Adjust(), 0);
-  ASSERT_FALSE(SameResults(before, undisturbed));
-  const long failures = FailEachAllocation([&](long after) {
-    CInclineSensor_MagneticAdjust adjust;
-    CalibrateThenFill(adjust, next);
-    const Ended ended = RunWithFailure(after, [&] { adjust.Adjust(); });
-    EXPECT_NE(ended, Ended::Coped) << "after " << after;
-    EXPECT_TRUE(SameResults(adjust, ended == Ended::Done ? undisturbed : before))
-        << "after " << after;
-    return ended;
-  });
-  EXPECT_GT(failures, 10);
+  CalibrateWithEachFailure(next, 0);
 }
 
 // --- the protected operations
