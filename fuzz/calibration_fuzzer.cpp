@@ -17,7 +17,9 @@ namespace {
 
 using namespace tiltpole_test;
 using tiltpole::CSZMatrix;
+using tiltpole::detail::ConicSummation;
 using tiltpole::detail::CorrectionFit;
+using tiltpole::detail::FastestConicSummation;
 using tiltpole::detail::ReadingsOf;
 using tiltpole_fuzz::Bytes;
 using tiltpole_fuzz::Require;
@@ -83,12 +85,18 @@ void CompareFit(const Turns& turns, int cap) {
     const MessageCapture messages;
     literal = LiteralMagCorrPara(MatrixOf(turns.horizontal), MatrixOf(turns.vertical), cap);
   }
-  const MessageCapture messages;
-  tiltpole::Incline_MagneticCorrectParameter out;
-  CorrectionFit fit(ReadingsOf(MatrixOf(turns.horizontal)), ReadingsOf(MatrixOf(turns.vertical)));
-  Require(fit.Run(out, cap) == literal.result, "the literal writing succeeds and fails alike");
-  Require(SameBits(out, literal.par), "the same correction to the last bit");
-  Require(messages.shown == literal.shown, "the same messages");
+  // Sets as small as these are fitted without bounds; here once with them, too.
+  ConicSummation withBounds = FastestConicSummation();
+  withBounds.fewestToBound = 0;
+  for (const ConicSummation& way : {FastestConicSummation(), withBounds}) {
+    const MessageCapture messages;
+    tiltpole::Incline_MagneticCorrectParameter out;
+    CorrectionFit fit(ReadingsOf(MatrixOf(turns.horizontal)), ReadingsOf(MatrixOf(turns.vertical)),
+                      way);
+    Require(fit.Run(out, cap) == literal.result, "the literal writing succeeds and fails alike");
+    Require(SameBits(out, literal.par), "the same correction to the last bit");
+    Require(messages.shown == literal.shown, "the same messages");
+  }
 }
 
 void ComparePrimitives(const CSZMatrix& data, int which) {

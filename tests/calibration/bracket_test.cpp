@@ -1,7 +1,8 @@
-// Where the search for a scale begins, by the coefficient C that the unscaled turn has: 0.5 is that
-// of a circle, less that of an axis that reads too much, more that of one that reads too little.
+// The search for a scale. It begins by the coefficient C of the unscaled turn: 0.5 is that of a
+// circle, less that of an axis that reads too much, more that of one that reads too little.
 
 #include <limits>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -10,11 +11,19 @@
 namespace tiltpole_test {
 namespace {
 
+using tiltpole::detail::BisectScale;
 using tiltpole::detail::Bracket;
 using tiltpole::detail::BracketAround;
+using tiltpole::detail::Conic;
+using tiltpole::detail::FoundScale;
+using tiltpole::detail::ScaledEllipseFits;
+using tiltpole::detail::ShapeOf;
+using tiltpole::detail::SumAxis;
 
 void ExpectBracket(double C, double lower, double upper) {
-  const Bracket bracket = BracketAround(C);
+  Conic unscaled;
+  unscaled.A = 1 - C;
+  const Bracket bracket = BracketAround(ShapeOf(unscaled));
   EXPECT_EQ(bracket.lower, lower) << C;
   EXPECT_EQ(bracket.upper, upper) << C;
 }
@@ -39,6 +48,17 @@ TEST(BracketAround, AScaleAboveOneIsSoughtBetweenOneAndTwo) {
 
 TEST(BracketAround, ACoefficientThatIsNotANumberKeepsTheScale) {
   ExpectBracket(std::numeric_limits<double>::quiet_NaN(), 1.0, 1.0);
+}
+
+TEST(BisectScale, AFitThatIsNotANumberNeitherMovesTheBracketNorEndsTheSearch) {
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  const std::vector<double> u = {nan, 1, 2, 3, 4, 5};
+  const std::vector<double> base(u.size(), 0.0);
+  ScaledEllipseFits fits;
+  fits.SetPoints({u.data(), base.data(), u.data(), u.size()}, SumAxis(u));
+  const FoundScale found = BisectScale(fits, {1.0, 2.0}, 10);
+  EXPECT_EQ(found.scale, 1.5);
+  EXPECT_TRUE(found.ranOut);
 }
 
 }  // namespace

@@ -5,7 +5,8 @@
 namespace tiltpole::detail {
 namespace {
 
-constexpr ConicSummation kPortable{2, SumConicsInLanes<2>, SolveConicsInLanes<2>};
+constexpr ConicSummation kPortable{2, SumConicsInLanes<2>, SolveConicsInLanes<2>,
+                                   BoundConicsInLanes<2>, 100};
 
 }  // namespace
 
@@ -14,10 +15,10 @@ constexpr ConicSummation kPortable{2, SumConicsInLanes<2>, SolveConicsInLanes<2>
 std::vector<ConicSummation> ConicSummationsOfThisProcessor() {
   std::vector<ConicSummation> ways = {kPortable};
   if (__builtin_cpu_supports("avx2") != 0) {
-    ways.push_back({4, SumConicsWithAvx2, SolveConicsWithAvx2});
+    ways.push_back({4, SumConicsWithAvx2, SolveConicsWithAvx2, BoundConicsWithAvx2, 130});
   }
   if (__builtin_cpu_supports("avx512f") != 0) {
-    ways.push_back({8, SumConicsWithAvx512, SolveConicsWithAvx512});
+    ways.push_back({8, SumConicsWithAvx512, SolveConicsWithAvx512, BoundConicsWithAvx512, 400});
   }
   return ways;
 }

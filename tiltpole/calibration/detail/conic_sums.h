@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "tiltpole/calibration/detail/conic_bounds_kernel.h"
 #include "tiltpole/calibration/detail/conic_sums_kernel.h"
 
 namespace tiltpole::detail {
@@ -19,6 +20,11 @@ struct ConicSummation {
   /// Solves the fits of all lanes side by side from these sums, and writes coefficient `i` of lane
   /// `l` to `coefficients[i * lanes + l]`. Returns false if the lanes cannot go together.
   bool (*Solve)(const AxisSums& axis, const double* sums, double* coefficients);
+  /// Bounds the coefficients A and B that the fits of all lanes come to. Returns false if the lanes
+  /// cannot go together, or nothing is known.
+  bool (*Bound)(const SumsByScale& by, const double* t, Bounded<double>* A, Bounded<double>* B);
+  /// Of fewer samples, a pass costs less than bounds do.
+  std::size_t fewestToBound;
 };
 
 /// The ways that the processor running this offers, the slowest first: two lanes, which every

@@ -15,4 +15,9 @@ bool SolveConicsWithAvx2(const AxisSums& axis, const double* sums, double* coeff
   return SolveConicsInLanes<4>(axis, sums, coefficients);
 }
 
+bool BoundConicsWithAvx2(const SumsByScale& by, const double* t, Bounded<double>* A,
+                         Bounded<double>* B) {
+  return BoundConicsInLanes<4>(by, t, A, B);
+}
+
 }  // namespace tiltpole::detail

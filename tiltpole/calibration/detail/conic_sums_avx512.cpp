@@ -12,4 +12,9 @@ bool SolveConicsWithAvx512(const AxisSums& axis, const double* sums, double* coe
   return SolveConicsInLanes<8>(axis, sums, coefficients);
 }
 
+bool BoundConicsWithAvx512(const SumsByScale& by, const double* t, Bounded<double>* A,
+                           Bounded<double>* B) {
+  return BoundConicsInLanes<8>(by, t, A, B);
+}
+
 }  // namespace tiltpole::detail

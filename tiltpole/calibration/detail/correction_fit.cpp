@@ -98,9 +98,9 @@ CorrectionFit::PassEnd CorrectionFit::RunPass() {
 /// b, which makes the horizontal turn a circle in x-y'.
 bool CorrectionFit::FitScaleOfY() {
   if (!CanFitEllipse(horizontal_.columns, horizontal_.Count())) return false;
-  const Conic unscaled = horizontalFits_.At(1.0, kAnyScale);
-  if (!unscaled.IsEllipse()) return false;
-  const FoundScale found = BisectScale(horizontalFits_, BracketAround(unscaled.C()), cap_);
+  const Shape unscaled = horizontalFits_.ShapeAt(1.0, kAnyScale);
+  if (!unscaled.isEllipse) return false;
+  const FoundScale found = BisectScale(horizontalFits_, BracketAround(unscaled), cap_);
   if (found.ranOut) converged_ = false;
   par_.b = found.scale;
   return true;
@@ -141,14 +141,15 @@ bool CorrectionFit::FitScaleOfZ() {
   if (!CanFitEllipse(vertical_.columns, vertical_.Count())) return false;
   // Deliberate: the raw readings choose the bracket, other than for b. Where they are round and the
   // corrected ones are not, e stays 1 and the search runs out.
-  if (!rawVertical_.IsEllipse()) return false;
+  if (!rawVertical_.isEllipse) return false;
   for (std::size_t i = 0; i < vertical_.Count(); ++i) {
     verticalBase_[i] = par_.c * vertical_.x[i] + par_.d * vertical_.y[i];
   }
   verticalFits_.SetPoints(
-      {vertical_.x.data(), verticalBase_.data(), vertical_.z.data(), vertical_.Count()},
-      verticalX_);
-  const FoundScale found = BisectScale(verticalFits_, BracketAround(rawVertical_.C()), cap_);
+      {vertical_.x.data(), verticalBase_.data(), vertical_.z.data(), vertical_.Count()}, verticalX_,
+      {verticalSizeX_.norms, par_.c * verticalSizeX_.norms + par_.d * verticalSizeY_.norms,
+       verticalSizeZ_});
+  const FoundScale found = BisectScale(verticalFits_, BracketAround(rawVertical_), cap_);
   if (found.ranOut) converged_ = false;
   par_.e = found.scale;
   return true;
@@ -193,7 +194,7 @@ bool CorrectionFit::CentreHorizontalTurn() {
 
 /// z0; readings far from the turn's ellipse are left out from the next pass on.
 bool CorrectionFit::CentreVerticalTurn() {
-  // The search for e has ended with this very fit: c, d and e are still those of then.
+  // The search for e has ended at this very scale: c, d and e are still those of then.
   const Conic conic = verticalFits_.At(par_.e, kAnyScale);
   if (!conic.IsEllipse()) return false;
   par_.z0 = conic.CentreW();
@@ -206,6 +207,8 @@ bool CorrectionFit::CentreVerticalTurn() {
 
 void CorrectionFit::HorizontalSetChanged() {
   horizontalX_ = SumAxis(horizontal_.x);
+  horizontalSizeX_ = SizeOf(horizontal_.x);
+  horizontalSizeY_ = SizeOf(horizontal_.y);
   horizontalBase_.resize(horizontal_.Count());
   horizontalY_.resize(horizontal_.Count());
   CrossTermOfYChanged();
@@ -217,16 +220,19 @@ void CorrectionFit::CrossTermOfYChanged() {
   }
   horizontalFits_.SetPoints(
       {horizontal_.x.data(), horizontalBase_.data(), horizontal_.y.data(), horizontal_.Count()},
-      horizontalX_);
+      horizontalX_, {horizontalSizeX_.norms, par_.a * horizontalSizeX_.norms, horizontalSizeY_});
 }
 
 void CorrectionFit::VerticalSetChanged() {
   verticalX_ = SumAxis(vertical_.x);
+  verticalSizeX_ = SizeOf(vertical_.x);
+  verticalSizeY_ = SizeOf(vertical_.y);
+  verticalSizeZ_ = SizeOf(vertical_.z);
   verticalBase_.assign(vertical_.Count(), 0.0);
   verticalFits_.SetPoints(
       {vertical_.x.data(), verticalBase_.data(), vertical_.z.data(), vertical_.Count()},
       verticalX_);
-  rawVertical_ = verticalFits_.At(1.0, kAnyScale);
+  rawVertical_ = verticalFits_.ShapeAt(1.0, kAnyScale);
 }
 
 }  // namespace tiltpole::detail

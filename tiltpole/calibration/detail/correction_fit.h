@@ -59,14 +59,19 @@ class CorrectionFit {
   std::vector<double> horizontalBase_;
   std::vector<double> horizontalY_;
   AxisSums horizontalX_;
+  AxisSize horizontalSizeX_;
+  AxisSize horizontalSizeY_;
   ScaledEllipseFits horizontalFits_;
 
   // Of the vertical turn: the share of x and y in z' = c x + d y + e z.
   std::vector<double> verticalBase_;
   AxisSums verticalX_;
+  AxisSize verticalSizeX_;
+  AxisSize verticalSizeY_;
+  AxisSize verticalSizeZ_;
   ScaledEllipseFits verticalFits_;
   // The fit of the raw readings; it holds for as long as the set does not shrink.
-  Conic rawVertical_;
+  Shape rawVertical_;
 
   std::vector<char> inliers_;
 };

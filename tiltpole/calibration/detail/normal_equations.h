@@ -7,11 +7,14 @@
 // is allocated.
 //
 // An element is a double, or a vector of doubles that belong to as many systems, solved side by
-// side: each lane has its own numbers and takes the steps that it would take alone.
+// side: each lane has its own numbers and takes the steps that it would take alone. Or it is a
+// Bounded of these; then the result bounds that of all systems within the bounds.
 
 #include <cstddef>
+#include <type_traits>
 #include <utility>
 
+#include "tiltpole/calibration/detail/bounded.h"
 #include "tiltpole/calibration/detail/lane_conditions.h"
 #include "tiltpole/matrix/detail/lanes.h"
 
@@ -33,12 +36,15 @@ class Inversion {
  public:
   /// @return false if the matrix counts as singular: its largest element left vanishes beside 1.
   ///         Of matrices side by side, also if they do not all choose the same pivots; each must
-  ///         then be inverted alone.
+  ///         then be inverted alone. Of bounded elements, also if they leave open which pivots are
+  ///         chosen.
   static bool Invert(Square<N, Element>& matrix) {
     return Inversion(matrix).Run(std::make_index_sequence<N>());
   }
 
  private:
+  using Size = decltype(Magnitude(Element()));
+
   explicit Inversion(Square<N, Element>& matrix) : w_(matrix.at) {}
 
   // The steps are written out one by one, so that the compiler knows the bounds of every loop.
@@ -51,8 +57,8 @@ class Inversion {
 
   template <std::size_t K>
   bool Eliminate() {
-    const Element largest = Largest<K>();
-    if (InAny(largest + 1.0 == 1.0) || !FindPivot<K>(largest)) return false;
+    const Size largest = Largest<K>();
+    if (InAny(largest + 1.0 == 1.0) || !FindPivot<K>(largest) || !PivotIsSure<K>()) return false;
     if (pivotRow_[K] != K) SwapRows(K, pivotRow_[K]);
     if (pivotColumn_[K] != K) SwapColumns(K, pivotColumn_[K]);
     // Row and column K are worked out whole and their pivot entries set right afterwards: loops
@@ -72,15 +78,15 @@ class Inversion {
   /// The largest absolute value from row and column K on, 0 at least; NaN never is the largest.
   /// Column by column, so that the comparisons need not wait for each other.
   template <std::size_t K>
-  Element Largest() const {
-    Element inColumn[N] = {};
+  Size Largest() const {
+    Size inColumn[N] = {};
     for (std::size_t i = K; i < N; ++i) {
       for (std::size_t j = K; j < N; ++j) {
-        const Element size = Magnitude(w_[i][j]);
+        const Size size = Magnitude(w_[i][j]);
         inColumn[j] = size > inColumn[j] ? size : inColumn[j];
       }
     }
-    Element largest = {};
+    Size largest = {};
     for (std::size_t j = K; j < N; ++j) largest = inColumn[j] > largest ? inColumn[j] : largest;
     return largest;
   }
@@ -88,7 +94,7 @@ class Inversion {
   /// Where, row by row, that value comes first.
   /// @return whether it does so at the same place for all
   template <std::size_t K>
-  bool FindPivot(const Element& largest) {
+  bool FindPivot(const Size& largest) {
     auto earlier = largest != largest;
     for (std::size_t i = K; i < N; ++i) {
       for (std::size_t j = K; j < N; ++j) {
@@ -102,6 +108,26 @@ class Inversion {
       }
     }
     return false;
+  }
+
+  /// Whether numbers within the bounds have no other choice of a pivot, nor count as singular. Also
+  /// equal ones leave a choice: within their bounds, any may be the larger.
+  template <std::size_t K>
+  bool PivotIsSure() const {
+    if constexpr (std::is_same_v<Size, Element>) {
+      return true;
+    } else {
+      const Element& pivot = w_[pivotRow_[K]][pivotColumn_[K]];
+      const Size least = Magnitude(pivot) - pivot.error * kBoundSlack;
+      auto sure = least > kRounding;
+      for (std::size_t i = K; i < N; ++i) {
+        for (std::size_t j = K; j < N; ++j) {
+          if (i == pivotRow_[K] && j == pivotColumn_[K]) continue;
+          sure = sure & (Magnitude(w_[i][j]) + w_[i][j].error * kBoundSlack < least);
+        }
+      }
+      return InAll(sure);
+    }
   }
 
   template <std::size_t K>

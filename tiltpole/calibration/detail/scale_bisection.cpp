@@ -4,17 +4,38 @@
 
 namespace tiltpole::detail {
 
-Bracket BracketAround(double C) {
-  if (std::fabs(C - 0.5) < kTolerance) return {1.0, 1.0};
-  if (C < 0.5) return {0.0, 1.0};
-  if (C > 0.5) return {1.0, 2.0};
-  return {1.0, 1.0};
+Bracket BracketAround(const Shape& unscaled) {
+  if (unscaled.isCircle || unscaled.side == 0) return {1.0, 1.0};
+  return unscaled.side < 0 ? Bracket{0.0, 1.0} : Bracket{1.0, 2.0};
 }
 
 void ScaledEllipseFits::SetPoints(const ScaledPlane& points, const AxisSums& axis) {
   points_ = points;
   axis_ = axis;
   fitCount_ = 0;
+  bounds_.GiveUp();  // of no known size
+}
+
+void ScaledEllipseFits::SetPoints(const ScaledPlane& points, const AxisSums& axis,
+                                  const PlaneSize& size) {
+  SetPoints(points, axis);
+  bounds_.SetPoints(points, axis, size);
+}
+
+Shape ScaledEllipseFits::ShapeAt(double t, Bracket ahead) {
+  if (bounds_.AreUseful()) {
+    if (bounds_.Find(t) == nullptr) {
+      double scales[kMostLanes];
+      LikelyScales(t, ahead, scales);
+      bounds_.Evaluate(scales, expectedRoot_);
+    }
+    const ShapeBounds::Fit& fit = *bounds_.Find(t);
+    ExpectRoot(fit.root);
+    if (fit.isCertain) return fit.shape;
+    // A search closes in on the circle, so what follows is still harder to tell.
+    bounds_.GiveUp();
+  }
+  return ShapeOf(At(t, ahead));
 }
 
 const Conic& ScaledEllipseFits::At(double t, Bracket ahead) {
@@ -29,24 +50,20 @@ const Conic& ScaledEllipseFits::At(double t, Bracket ahead) {
     fit.conic = SolveConic(axis_, sums_ + lane, fitCount_);
     fit.solved = true;
   }
-  latest_ = fit;
+  // An ellipse A u^2 + C w^2 = 1 becomes a circle when w is scaled by sqrt(C / A).
+  ExpectRoot(t * std::sqrt(fit.conic.C() / fit.conic.A));
   return fit.conic;
 }
 
 void ScaledEllipseFits::Evaluate(double t, Bracket ahead) {
-  ExpectRoot(latest_);
-  fitCount_ = summation_->lanes;
-  double scales[kMostLanes] = {t};
-  if (ahead.Middle() == t) ahead = LikelyHalf(ahead);
-  for (std::size_t lane = 1; lane < fitCount_; ++lane) {
-    scales[lane] = ahead.Middle();
-    ahead = LikelyHalf(ahead);
-  }
+  fitCount_ = summation_.lanes;
+  double scales[kMostLanes];
+  LikelyScales(t, ahead, scales);
   for (std::size_t lane = 0; lane < fitCount_; ++lane) fits_[lane] = {scales[lane], false, {}};
-  summation_->Sum(points_, scales, sums_);
+  summation_.Sum(points_, scales, sums_);
 
   double p[5 * kMostLanes];
-  if (!summation_->Solve(axis_, sums_, p)) return;  // then each is solved when it is asked for
+  if (!summation_.Solve(axis_, sums_, p)) return;  // then each is solved when it is asked for
   for (std::size_t lane = 0; lane < fitCount_; ++lane) {
     const auto coefficient = [&](std::size_t i) { return p[i * fitCount_ + lane]; };
     fits_[lane].conic = {coefficient(0), coefficient(1), coefficient(2), coefficient(3),
@@ -55,14 +72,21 @@ void ScaledEllipseFits::Evaluate(double t, Bracket ahead) {
   }
 }
 
+void ScaledEllipseFits::LikelyScales(double t, Bracket ahead, double* scales) const {
+  scales[0] = t;
+  if (ahead.Middle() == t) ahead = LikelyHalf(ahead);
+  for (std::size_t lane = 1; lane < summation_.lanes; ++lane) {
+    scales[lane] = ahead.Middle();
+    ahead = LikelyHalf(ahead);
+  }
+}
+
 Bracket ScaledEllipseFits::LikelyHalf(Bracket bracket) const {
   const double middle = bracket.Middle();
   return expectedRoot_ < middle ? Bracket{bracket.lower, middle} : Bracket{middle, bracket.upper};
 }
 
-// An ellipse A u^2 + C w^2 = 1 becomes a circle when w is scaled by sqrt(C / A).
-void ScaledEllipseFits::ExpectRoot(const Fit& fit) {
-  const double root = fit.t * std::sqrt(fit.conic.C() / fit.conic.A);
+void ScaledEllipseFits::ExpectRoot(double root) {
   if (std::isfinite(root)) expectedRoot_ = root;
 }
 
@@ -70,12 +94,11 @@ FoundScale BisectScale(ScaledEllipseFits& fits, Bracket bracket, int cap) {
   double scale = bracket.Middle();
   for (int step = 0; step < cap; ++step) {
     scale = bracket.Middle();
-    const Conic& conic = fits.At(scale, bracket);
-    if (!conic.IsEllipse()) return {scale, false};
-    const double C = conic.C();
-    if (C < 0.5) bracket.upper = scale;
-    if (C > 0.5) bracket.lower = scale;
-    if (std::fabs(C - 0.5) < kTolerance) return {scale, false};
+    const Shape shape = fits.ShapeAt(scale, bracket);
+    if (!shape.isEllipse) return {scale, false};
+    if (shape.side < 0) bracket.upper = scale;
+    if (shape.side > 0) bracket.lower = scale;
+    if (shape.isCircle) return {scale, false};
     // The next step would fit the same scale, with the same result, and move the bracket to where
     // it is: so would all steps that are left, until they are used up.
     if (bracket.Middle() == scale) break;
