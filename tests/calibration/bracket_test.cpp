@@ -50,6 +50,22 @@ TEST(BracketAround, ACoefficientThatIsNotANumberKeepsTheScale) {
   ExpectBracket(std::numeric_limits<double>::quiet_NaN(), 1.0, 1.0);
 }
 
+// A circle of which the second axis reads 0.3 of what it should: no scale up to 2 is enough, and
+// each step halves what is left of the bracket.
+TEST(BisectScale, TakesAsManyStepsAsTheCapAllows) {
+  const std::vector<double> u = {5, 4, 0, -4, -5, -4, 0, 4};
+  const std::vector<double> v = {0, 0.9, 1.5, 0.9, 0, -0.9, -1.5, -0.9};
+  const std::vector<double> base(u.size(), 0.0);
+  ScaledEllipseFits fits;
+  fits.SetPoints({u.data(), base.data(), v.data(), u.size()}, SumAxis(u));
+  const double ends[] = {1.5, 1.75, 1.875};
+  for (int cap = 1; cap <= 3; ++cap) {
+    const FoundScale found = BisectScale(fits, {1.0, 2.0}, cap);
+    EXPECT_EQ(found.scale, ends[cap - 1]);
+    EXPECT_TRUE(found.ranOut);
+  }
+}
+
 TEST(BisectScale, AFitThatIsNotANumberNeitherMovesTheBracketNorEndsTheSearch) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   const std::vector<double> u = {nan, 1, 2, 3, 4, 5};

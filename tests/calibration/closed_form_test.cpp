@@ -49,6 +49,16 @@ TEST(ClosedForm, TheScaleOfYOverwritesTheCrossTermInAAndBIsNeverWritten) {
   EXPECT_EQ(out.b, 77.0);
 }
 
+// C / B is 1.25 / 6 here, but positive.
+TEST(ClosedForm, AStronglyShearedEllipseKeepsTheSignOfItsRoot) {
+  Incline_MagneticCorrectParameter out;
+  ASSERT_EQ(AdjustAccess().MagCorrPara(ShearedCircle(3, 1.25, 0, 0), ShearedCircle(3, 0.9, 0, 0),
+                                       ShearedCircle(0.1, 0.9, 0, 0), out),
+            1);
+  EXPECT_NEAR(out.a, 1.25, 1e-12);
+  EXPECT_GT(out.d, 0.0);
+}
+
 TEST(ClosedForm, ANegativeMixedTermNegatesTheRootsButNotTheScales) {
   Incline_MagneticCorrectParameter out;
   ASSERT_EQ(

@@ -326,6 +326,27 @@ TEST(ShapeBounds, AScaleThatKeepsTheOthersFromBeingBoundedTogetherLeavesTheFirst
   }
 }
 
+// 0.7 u^2 + u w + 0.3 w^2 = 10000: both squares have positive coefficients, and yet it is none.
+TEST(ShapeBounds, NeverTakeAHyperbolaForAnEllipse) {
+  Turn hyperbola;
+  for (int i = 0; i < 120; ++i) {
+    const double u = -300 + 5.0 * i;
+    const double root = std::sqrt(0.16 * u * u + 12000);
+    hyperbola.push_back({u, (-u + (i % 2 == 0 ? root : -root)) / 0.6, 0});
+  }
+  const Plane plane(hyperbola, 0.0);
+  for (const ConicSummation& way : WaysThatBoundAnyNumber()) {
+    ScaledEllipseFits fits(way);
+    fits.SetPoints(plane.Points(), plane.Axis());
+    EXPECT_FALSE(fits.At(1.0, {0.0, 2.0}).IsEllipse());
+    ShapeBounds bounds(way);
+    bounds.SetPoints(plane.Points(), plane.Axis(), plane.Size());
+    const std::vector<double> scales(kMostLanes, 1.0);
+    bounds.Evaluate(scales.data(), 1.0);
+    EXPECT_FALSE(bounds.Find(1.0)->isCertain);
+  }
+}
+
 TEST(ShapeBounds, OfOtherPointsAreForgotten) {
   const Plane plane(RandomTurns(Kind::SoftIron, 60, 0, 5).horizontal, 0.1);
   ShapeBounds bounds(WaysThatBoundAnyNumber().front());
