@@ -51,8 +51,7 @@ void MakeFile(const fs::path& path) {
     session::OutputFile file(path.u8string(), std::cout);
     file.Stream() << PointHeader();
     file.Commit();
-  } catch (const session::OutputError&) {
-    return;
+  } catch (const session::OutputError&) {  // the opening says it
   }
 }
 

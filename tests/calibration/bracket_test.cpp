@@ -1,6 +1,7 @@
 // The search for a scale. It begins by the coefficient C of the unscaled turn: 0.5 is that of a
 // circle, less that of an axis that reads too much, more that of one that reads too little.
 
+#include <cmath>
 #include <limits>
 #include <vector>
 
@@ -17,6 +18,7 @@ using tiltpole::detail::BracketAround;
 using tiltpole::detail::Conic;
 using tiltpole::detail::FoundScale;
 using tiltpole::detail::ScaledEllipseFits;
+using tiltpole::detail::ScaleOfCircle;
 using tiltpole::detail::ShapeOf;
 using tiltpole::detail::SumAxis;
 
@@ -48,6 +50,16 @@ TEST(BracketAround, AScaleAboveOneIsSoughtBetweenOneAndTwo) {
 
 TEST(BracketAround, ACoefficientThatIsNotANumberKeepsTheScale) {
   ExpectBracket(std::numeric_limits<double>::quiet_NaN(), 1.0, 1.0);
+}
+
+TEST(ScaleOfCircle, StretchesTheSecondAxisByTheRatioOfTheHalfAxes) {
+  EXPECT_EQ(ScaleOfCircle(1.0, 0.5, 0.5), 1.0);
+  EXPECT_EQ(ScaleOfCircle(0.75, 1.0, 4.0), 1.5);
+  EXPECT_EQ(ScaleOfCircle(1.5, 4.0, 1.0), 0.75);
+}
+
+TEST(ScaleOfCircle, IsNotANumberForAHyperbola) {
+  EXPECT_TRUE(std::isnan(ScaleOfCircle(1.0, -0.5, 1.5)));
 }
 
 // A circle of which the second axis reads 0.3 of what it should: no scale up to 2 is enough, and

@@ -35,8 +35,8 @@ struct SumsByScale {
   /// What the rounding of a sum of products comes to, beside the norms of its two columns.
   double rounding = 0.0;
 
+  /// The scales, rising.
   double node[kNodes] = {};
-  double largestNode = 0.0;
   /// Of Lagrange's interpolation: 1 over the product of a node's differences from the others.
   double weight[kNodes] = {};
   double sums[kConicSums][kNodes] = {};
@@ -95,7 +95,8 @@ inline void BoundSums(const SumsByScale& by, const Lanes& t, Bounded<Lanes>* sum
 
   // The rounding of the sums counts once for those of a fit at t, and as often as the nodes' do.
   const Lanes unit = by.rounding * (1.0 + at.growth) + 10 * kRounding * at.growth;
-  const Lanes widest = t > by.largestNode ? t : Lanes{} + by.largestNode;
+  const Lanes largestNode = Lanes{} + by.node[SumsByScale::kNodes - 1];
+  const Lanes widest = t > largestNode ? t : largestNode;
   const Lanes wFour = by.base.four + widest * by.v.four;
   const Lanes u = Lanes{} + by.u.two;
   const Lanes w = by.base.two + widest * by.v.two;

@@ -7,7 +7,7 @@
 #include <cstddef>
 
 #include "tiltpole/calibration/detail/recurrence.h"
-#include "tiltpole/calibration/detail/scale_bisection.h"
+#include "tiltpole/calibration/detail/shape.h"
 
 namespace tiltpole::detail {
 

@@ -11,6 +11,12 @@
 
 namespace tiltpole::detail {
 
+/// Below 0 for an ellipse. Also for numbers with bounds, which must take the same steps.
+template <class Number>
+Number Discriminant(const Number& A, const Number& B, const Number& C) {
+  return B * B - 4 * A * C;
+}
+
 struct Conic {
   double A = 0.0;
   double B = 0.0;
@@ -22,7 +28,7 @@ struct Conic {
 
   /// Deliberate: a conic that is not a number counts as an ellipse, since the comparison is false.
   /// Readings with NaN therefore end in "circulating", not in "fitting failed".
-  bool IsEllipse() const { return !(B * B - 4 * A * C() >= 0); }
+  bool IsEllipse() const { return !(Discriminant(A, B, C()) >= 0); }
 
   double CentreU() const { return (B * E - 2 * C() * D) / Denominator(); }
   double CentreW() const { return (B * D - 2 * A * E) / Denominator(); }

@@ -50,8 +50,7 @@ const Conic& ScaledEllipseFits::At(double t, Bracket ahead) {
     fit.conic = SolveConic(axis_, sums_ + lane, fitCount_);
     fit.solved = true;
   }
-  // An ellipse A u^2 + C w^2 = 1 becomes a circle when w is scaled by sqrt(C / A).
-  ExpectRoot(t * std::sqrt(fit.conic.C() / fit.conic.A));
+  ExpectRoot(ScaleOfCircle(t, fit.conic.A, fit.conic.C()));
   return fit.conic;
 }
 

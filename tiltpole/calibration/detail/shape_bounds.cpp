@@ -29,7 +29,6 @@ void PlaceNodes(double root, SumsByScale& by) {
   for (std::size_t i = 0; i < kNodes; ++i) {
     by.node[i] = root * (1 + kNodeDistance * (static_cast<double>(i) - 1.5));
   }
-  by.largestNode = by.node[kNodes - 1];
   for (std::size_t i = 0; i < kNodes; ++i) {
     double differences = 1.0;
     for (std::size_t j = 0; j < kNodes; ++j) {
@@ -49,8 +48,8 @@ ShapeBounds::Fit NothingKnown(double t) {
 ShapeBounds::Fit Judge(double t, const Bounded<double>& A, const Bounded<double>& B) {
   ShapeBounds::Fit fit = NothingKnown(t);
   const Bounded<double> C = 1 - A;
-  fit.root = t * std::sqrt(C.value / A.value);
-  if (!(Highest(B * B - 4 * A * C) < 0)) return fit;
+  fit.root = ScaleOfCircle(t, A.value, C.value);
+  if (!(Highest(Discriminant(A, B, C)) < 0)) return fit;
   if (Highest(C) < 0.5 - 2 * kTolerance) fit.shape = {true, -1, false};
   if (Lowest(C) > 0.5 + 2 * kTolerance) fit.shape = {true, 1, false};
   fit.isCertain = fit.shape.side != 0;

@@ -66,9 +66,6 @@ class ShapeBounds {
   /// @param[in] root  about the scale of a circle, where it pays to know most
   void Evaluate(const double* scales, double root);
 
-  /// What it is taken from, for tests.
-  const SumsByScale& Sums() const { return byScale_; }
-
  private:
   void SumNodes(double root);
   bool Bound(const double* scales);
