@@ -29,6 +29,7 @@ def run(*command, **options):
 
 # For builds of the library that are made for one test alone: they take half the time.
 UNOPTIMISED = "-DCMAKE_BUILD_TYPE=Debug"
+LIBRARY_ALONE = ["-DTILTPOLE_BUILD_APPS=OFF", "-DTILTPOLE_BUILD_C_LIBRARY=OFF"]
 
 
 def fresh(folder):
@@ -161,8 +162,7 @@ def pkg_config_in_folders_of_their_own():
     build = fresh(WORK / f"{TEST}-build")
     with tempfile.TemporaryDirectory() as folders:
         configure(SOURCE, build, UNOPTIMISED, f"-DTILTPOLE_WINDOWING={WINDOWING}",
-                  "-DTILTPOLE_BUILD_TESTS=OFF", "-DTILTPOLE_BUILD_APPS=OFF",
-                  "-DTILTPOLE_BUILD_C_LIBRARY=OFF",
+                  "-DTILTPOLE_BUILD_TESTS=OFF", *LIBRARY_ALONE,
                   f"-DCMAKE_INSTALL_LIBDIR={folders}/libraries",
                   f"-DCMAKE_INSTALL_INCLUDEDIR={folders}/headers")
         run(CMAKE, "--build", build)
@@ -179,10 +179,18 @@ def add_subdirectory():
                               f"-DTILTPOLE_WINDOWING={WINDOWING}", with_controls=True)
 
 
-def shared_build():
+def build_shared(*settings):
     configure(SOURCE, SHARED, "-DBUILD_SHARED_LIBS=ON", f"-DTILTPOLE_WINDOWING={WINDOWING}",
-              "-DTILTPOLE_BUILD_TESTS=OFF", "-DCMAKE_INSTALL_PREFIX=/usr")
+              "-DTILTPOLE_BUILD_TESTS=OFF", "-DCMAKE_INSTALL_PREFIX=/usr", *settings)
     run(CMAKE, "--build", SHARED)
+
+
+def shared_build():
+    build_shared(*LIBRARY_ALONE)
+
+
+def shared_build_with_programs():
+    build_shared()
 
 
 def shared_find_package():
