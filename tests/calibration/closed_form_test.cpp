@@ -161,6 +161,17 @@ TEST(ClosedForm, WithoutAMixedTermTheResultsAreNotNumbers) {
   EXPECT_TRUE(std::isnan(out.a));
 }
 
+// C / 0 is infinite and has the sign of the 0, and so has the cross term.
+TEST(ClosedForm, AMixedTermOfZeroGivesACrossTermOfItsSign) {
+  for (const double zero : {0.0, -0.0}) {
+    Incline_MagneticCorrectParameter out;
+    const CSZMatrix level = Rows({{0.5}, {zero}, {0}, {0}, {-1}});
+    EXPECT_EQ(AdjustAccess().MagCorrPara(ShearedCircle(0.2, 1.25, 1, 2), level, level, out), 1);
+    EXPECT_TRUE(SameBits(out.d, zero));
+    EXPECT_TRUE(std::isnan(out.e));
+  }
+}
+
 TEST(ClosedForm, VectorsThatAreTooShortGiveNoNumbersAndNoCrash) {
   Incline_MagneticCorrectParameter out;
   EXPECT_EQ(AdjustAccess().MagCorrPara(CSZMatrix(), CSZMatrix(1), CSZMatrix(0, 3), out), 1);

@@ -140,12 +140,14 @@ TEST(EllipseFit, ACoefficientThatIsNotANumberCountsAsAnEllipse) {
   EXPECT_TRUE(std::isnan(p.GetData(0)));
 }
 
-TEST(EllipseFit, AnUnknownPlaneIsNoEllipse) {
-  CSZMatrix p;
-  EXPECT_EQ(AdjustAccess().EllipseFit(ExactCircle(0, 1, 0, 0, 0), 3, p), 0);
-  EXPECT_EQ(AdjustAccess().EllipseFit(ExactCircle(0, 1, 0, 0, 0), -1, p), 0);
-  ASSERT_EQ(p.GetRow(), 5U);
-  EXPECT_EQ(p.GetData(0), 0.0);
+TEST(EllipseFit, AnUnknownPlaneIsNoEllipseAndAllZeros) {
+  const CSZMatrix circle = ExactCircle(0, 2, 10, 20, 7);
+  for (const int plane : {3, -1}) {
+    CSZMatrix p;
+    EXPECT_EQ(AdjustAccess().EllipseFit(circle, plane, p), 0);
+    ASSERT_EQ(p.GetRow(), 5U);
+    for (unsigned int i = 0; i < 5; ++i) EXPECT_EQ(p.GetData(i), 0.0) << plane << ' ' << i;
+  }
 }
 
 TEST(LineFit, EachAxisIsFittedAgainstTheOtherTwoInTheirOrder) {
@@ -172,6 +174,15 @@ TEST(LineFit, WithCorrelatedCoordinatesTheSlopesAreNotThoseOfThePlane) {
       AdjustAccess().LineFit(Rows({{0, 0, 1}, {1, 1, 6}, {2, 2, 11}, {3, 3, 16}}), 2);
   EXPECT_NEAR(slopes.GetData(0), 5.0, 1e-12);
   EXPECT_NEAR(slopes.GetData(1), 5.0, 1e-12);
+}
+
+TEST(LineFit, TwoPointsAreEnough) {
+  const MessageCapture messages;
+  const CSZMatrix slopes = AdjustAccess().LineFit(Rows({{0, 0, 1}, {2, 4, 9}}), 2);
+  EXPECT_TRUE(messages.shown.empty());
+  ASSERT_EQ(slopes.GetRow(), 2U);
+  EXPECT_EQ(slopes.GetData(0), 4.0);
+  EXPECT_EQ(slopes.GetData(1), 2.0);
 }
 
 TEST(LineFit, AnAxisThatThereIsNotGivesZeros) {

@@ -248,6 +248,24 @@ TEST(ShapeBounds, TheErrorsOfTheSumsAreTheRoundingsOfTheirTermsAndOfAddingThemUp
   }
 }
 
+// The part of the fourth powers is taken from their own sum, and is rounded as that is.
+TEST(ShapeBounds, TheErrorOfTheFourthPowersComesOnTop) {
+  const Plane plane = RandomPlane(Kind::Ideal, 1);
+  SumsByScale by = SumsAround1(plane, ConicSummationsOfThisProcessor().front());
+  const double t = 1.7;
+  const double added = 1e6 * by.fourthPowersOfV;
+  Bounded<double> before[kConicSums];
+  tiltpole::detail::BoundSums(by, t, before);
+  by.fourthPowersOfV += added;
+  Bounded<double> after[kConicSums];
+  tiltpole::detail::BoundSums(by, t, after);
+  const double quartic = (t - 0.7) * (t - 0.9) * (t - 1.1) * (t - 1.3);
+  for (const auto sum : {tiltpole::detail::kSS, tiltpole::detail::kSR}) {
+    const double larger = after[sum].error - before[sum].error;
+    EXPECT_NEAR(larger / (by.rounding * quartic * added), 1.0, 1e-3);
+  }
+}
+
 // base and t v are large and cancel but for the circle's height, and with it digits of w.
 TEST(ShapeBounds, LeaveMoreFitsOpenWhereTheScaledAxisLosesItsDigits) {
   Random random(4);
@@ -397,6 +415,32 @@ TEST(ShapeBounds, BoundTheCoefficientsOfTheFitItself) {
       }
     }
     EXPECT_GT(compared, 20);
+  }
+}
+
+// Of one scale at a time, without vectors.
+TEST(ShapeBounds, BoundEachLaneAsItsScaleAlone) {
+  for (const ConicSummation& way : ConicSummationsOfThisProcessor()) {
+    const Plane plane = RandomPlane(Kind::SoftIron, 3);
+    const SumsByScale by = SumsAround1(plane, way);
+    double scales[kMostLanes];
+    for (std::size_t lane = 0; lane < way.lanes; ++lane) {
+      scales[lane] = 0.9 + 0.03 * static_cast<double>(lane);
+    }
+    Bounded<double> A[kMostLanes];
+    Bounded<double> B[kMostLanes];
+    ASSERT_TRUE(way.Bound(by, scales, A, B)) << way.lanes;
+    for (std::size_t lane = 0; lane < way.lanes; ++lane) {
+      Bounded<double> sums[kConicSums];
+      tiltpole::detail::BoundSums(by, scales[lane], sums);
+      const tiltpole::detail::ConicEquations<Bounded<double>> equations(by.axis, sums);
+      const auto alone =
+          tiltpole::detail::NormalInverse<5, Bounded<double>>(equations.AtA).Solve(equations.Atb);
+      EXPECT_EQ(A[lane].value, alone.at[0].value);
+      EXPECT_EQ(A[lane].error, alone.at[0].error);
+      EXPECT_EQ(B[lane].value, alone.at[1].value);
+      EXPECT_EQ(B[lane].error, alone.at[1].error);
+    }
   }
 }
 

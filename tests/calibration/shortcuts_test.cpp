@@ -3,6 +3,10 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <vector>
+#if defined(__x86_64__) && !defined(_WIN32)
+#include <cpuid.h>
+#endif
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -71,6 +75,30 @@ LaneCheck CheckLanes(const ConicSummation& way, std::uint64_t seed) {
   }
   return check;
 }
+
+#if defined(__x86_64__) && !defined(_WIN32)  // where there are wider sums than the portable ones
+
+// What the processor says of itself, and whether the system keeps the wide registers.
+bool HasAvx(unsigned int features, unsigned int registers) {
+  unsigned int a = 0, b = 0, c = 0, d = 0;
+  if (__get_cpuid(1, &a, &b, &c, &d) == 0 || (c & bit_OSXSAVE) == 0) return false;
+  unsigned int kept = 0;
+  unsigned int high = 0;
+  __asm__("xgetbv" : "=a"(kept), "=d"(high) : "c"(0));
+  if (__get_cpuid_count(7, 0, &a, &b, &c, &d) == 0) return false;
+  return (b & features) == features && (kept & registers) == registers;
+}
+
+TEST(FitsSideBySide, AreAsManyAtOnceAsTheProcessorHasLanes) {
+  std::vector<std::size_t> expected = {2};
+  if (HasAvx(bit_AVX2, 0x06)) expected.push_back(4);
+  if (HasAvx(bit_AVX512F, 0xE6)) expected.push_back(8);
+  std::vector<std::size_t> lanes;
+  for (const ConicSummation& way : ConicSummationsOfThisProcessor()) lanes.push_back(way.lanes);
+  EXPECT_EQ(lanes, expected);
+}
+
+#endif
 
 TEST(FitsSideBySide, AreSolvedTogetherOnlyWhereAllLanesTakeTheSamePivots) {
   for (const ConicSummation& way : ConicSummationsOfThisProcessor()) {
