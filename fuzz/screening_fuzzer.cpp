@@ -18,7 +18,6 @@ using tiltpole::PoseSensorData;
 using tiltpole::PoseSensorDataArray;
 using tiltpole_fuzz::Bytes;
 using tiltpole_fuzz::Require;
-using tiltpole_test::SameBits;
 
 constexpr int kMostRecords = 200;
 

@@ -56,9 +56,11 @@ SensorError ErrorWith(const ErrorRow& estimate, const ErrorRow& deviation, doubl
   SensorError error;
   error.Told = true;
   error.Terms = estimate;
-  for (std::size_t i = 0; i < kErrorTerms; ++i)
-    for (std::size_t j = 0; j < kErrorTerms; ++j)
+  for (std::size_t i = 0; i < kErrorTerms; ++i) {
+    for (std::size_t j = 0; j < kErrorTerms; ++j) {
       error.Covariance[i][j] = deviation[i] * deviation[j];
+    }
+  }
   error.HorizontalField = 2500.0;
   error.Down = kDown;
   error.Noise = noise;
@@ -125,11 +127,12 @@ TEST(HeadingOfError, TheTiltedSummaryIsOverAllDirectionsAndWaysToLeanBy30Degrees
   const double noise = 7e-7;
   const HeadingError error = ExpectedHeadingError(ErrorWith(estimate, deviation, noise));
   PlainSummary plain;
-  for (int i = 0; i < 72; ++i)
+  for (int i = 0; i < 72; ++i) {
     for (int j = 0; j < 12; ++j) {
       const Attitude pole = TiltedPole(5.0 * i, 30.0 * j);
       plain.Add(PlainError(estimate, pole), PlainError(deviation, pole));
     }
+  }
   EXPECT_NEAR(error.Tilted,
               std::sqrt(plain.mean_square / plain.count + std::pow(noise / kDegree, 2)), 1e-9);
   EXPECT_NEAR(error.TiltedLargest, plain.largest, 1e-9);

@@ -20,7 +20,6 @@ using tiltpole::detail::kVertical;
 using tiltpole::detail::TurnObservations;
 using tiltpole::detail::TurnReadings;
 using tiltpole::detail::UnknownsRow;
-using tiltpole::detail::Vector3;
 
 constexpr double kUnit = 2500.0;      // counts of the horizontal field
 constexpr double kMean = 0.625;       // of the strengths

@@ -150,9 +150,10 @@ void CheckOrderAndExtremes(const std::vector<std::pair<int, int>>& readings, int
   // max_element gives the first of the largest, too.
   RC_ASSERT(isSelected(std::max_element(readings.begin(), readings.end(), byFirst)));
   RC_ASSERT(isSelected(std::max_element(readings.begin(), readings.end(), bySecond)));
-  if (n <= static_cast<int>(readings.size()))
+  if (n <= static_cast<int>(readings.size())) {
     RC_ASSERT(places.size() <=
               readings.size() / (readings.size() / static_cast<std::size_t>(n)) + 4);
+  }
 }
 
 TEST(RotationSelect, KeepsTheOrderAndTheExtremesOfAnyArray) {

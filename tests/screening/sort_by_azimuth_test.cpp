@@ -89,10 +89,12 @@ testing::AssertionResult SortsLikeTheExchangeSort(const std::vector<MaybeAzimuth
 
   ScreeningXY().Sort_ByAzimuth(records.Array());
 
-  if (records.PlacesOf(*records.Array()) != records.PlacesOf(expected))
+  if (records.PlacesOf(*records.Array()) != records.PlacesOf(expected)) {
     return testing::AssertionFailure() << "another order for " << Shown(azimuths);
-  if (Flags(*records.Array()) != expectedFlags)
+  }
+  if (Flags(*records.Array()) != expectedFlags) {
     return testing::AssertionFailure() << "other flags for " << Shown(azimuths);
+  }
   return testing::AssertionSuccess();
 }
 
@@ -101,6 +103,7 @@ void CompareEverySequence(const std::vector<MaybeAzimuth>& values, std::size_t l
   std::vector<std::size_t> digits(length, 0);
   for (;;) {
     std::vector<MaybeAzimuth> sequence;
+    sequence.reserve(length);
     for (const std::size_t digit : digits) sequence.push_back(values[digit]);
     ASSERT_TRUE(SortsLikeTheExchangeSort(sequence));
     std::size_t place = 0;
@@ -208,8 +211,9 @@ TYPED_TEST(RotationSort, ARecordAfterOneWithoutANumberIsNoRepeat) {
 }
 
 TEST(RotationSort, GivesTheExchangeSortsResultForEveryShortSequence) {
-  for (std::size_t length = 0; length <= 6; ++length)
+  for (std::size_t length = 0; length <= 6; ++length) {
     CompareEverySequence({1.0, 2.0, 3.0, std::nullopt, kNaN}, length);
+  }
 }
 
 TEST(RotationSort, GivesTheExchangeSortsResultForEverySequenceOfThreeValues) {
@@ -217,8 +221,9 @@ TEST(RotationSort, GivesTheExchangeSortsResultForEverySequenceOfThreeValues) {
 }
 
 TEST(RotationSort, GivesTheExchangeSortsResultForEverySequenceOfZerosAndInfinities) {
-  for (std::size_t length = 2; length <= 6; ++length)
+  for (std::size_t length = 2; length <= 6; ++length) {
     CompareEverySequence({0.0, -0.0, kInfinity, -kInfinity}, length);
+  }
 }
 
 TEST(RotationSort, GivesTheExchangeSortsResultForLongArraysWithManyTies) {
@@ -254,7 +259,8 @@ TEST(RotationSort, GivesTheExchangeSortsResultForRandomArrays) {
       if (value % 16 == 15) {
         azimuths.emplace_back(value < 128 ? MaybeAzimuth() : MaybeAzimuth(kNaN));
       } else {
-        azimuths.emplace_back(value / 8 * 11.25);
+        const int eighth = value / 8;  // many azimuths alike
+        azimuths.emplace_back(eighth * 11.25);
       }
     }
     RC_ASSERT(bool(SortsLikeTheExchangeSort(azimuths)));

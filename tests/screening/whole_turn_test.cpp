@@ -77,10 +77,11 @@ class BothWritings {
     for (int i = 0; i < screening.m_arrRecord.GetSize(); ++i) {
       const PoseSensorData& rec = *screening.m_arrRecord.GetAt(i);
       const PlainRow& row = plain.Table()[static_cast<std::size_t>(i)];
-      if (rec.Azimuth != row.azimuth || rec.Forward != row.forward)
+      if (rec.Azimuth != row.azimuth || rec.Forward != row.forward) {
         return testing::AssertionFailure()
                << "record " << i << ": " << rec.Azimuth << ", " << rec.Forward << " and "
                << row.azimuth << ", " << row.forward;
+      }
     }
     return testing::AssertionSuccess();
   }
@@ -90,8 +91,9 @@ class BothWritings {
 
  private:
   int RowOf(const PoseSensorData* rec) const {
-    for (int i = 0; i < screening.m_arrRecord.GetSize(); ++i)
+    for (int i = 0; i < screening.m_arrRecord.GetSize(); ++i) {
       if (screening.m_arrRecord.GetAt(i) == rec) return i;
+    }
     return -1;
   }
 };
@@ -195,8 +197,9 @@ TYPED_TEST(RotationWholeTurn, FindsTheCircleOfACleanTurn) {
   EXPECT_NEAR(center.CenterY, expected.CenterY, 0.03);
   EXPECT_NEAR(center.CenterZ, expected.CenterZ, 0.03);
   EXPECT_NEAR(center.Radius, expected.Radius, 0.03);
-  for (int i = 0; i < filtered->GetSize(); ++i)
+  for (int i = 0; i < filtered->GetSize(); ++i) {
     EXPECT_NEAR(filtered->GetAt(i)->Azimuth, i + 0.25, 1e-3);
+  }
   EXPECT_EQ(screening.IsComplete(filtered.get()), 1);
 }
 
@@ -234,8 +237,9 @@ TYPED_TEST(RotationWholeTurn, FilterLeavesTheOrderOfTheSet) {
     screening.Add(added.back());
   }
   const Owned filtered(screening.Filter());
-  for (int i = 0; i < 4; ++i)
+  for (int i = 0; i < 4; ++i) {
     EXPECT_EQ(screening.m_arrRecord.GetAt(i), added[static_cast<std::size_t>(i)]);
+  }
 }
 
 }  // namespace
