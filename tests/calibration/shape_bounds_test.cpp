@@ -150,17 +150,34 @@ bool KeepSums(const SumsByScale& by, const double*, Bounded<double>*, Bounded<do
 }
 
 // The sums at nodes 0.7, 0.9, 1.1 and 1.3.
-SumsByScale SumsAround1(const Plane& plane, ConicSummation way) {
+SumsByScale SumsAround1(const ScaledPlane& points, const AxisSums& axis, const PlaneSize& size,
+                        ConicSummation way) {
   way.Bound = KeepSums;
   ShapeBounds bounds(way);
-  bounds.SetPoints(plane.Points(), plane.Axis(), plane.Size());
+  bounds.SetPoints(points, axis, size);
   const double scales[kMostLanes] = {};
   bounds.Evaluate(scales, 1.0);
   return kept;
 }
 
+SumsByScale SumsAround1(const Plane& plane, const ConicSummation& way) {
+  return SumsAround1(plane.Points(), plane.Axis(), plane.Size(), way);
+}
+
+bool SumsAreWithinTheirBounds(const ScaledPlane& points, const SumsByScale& by, double t) {
+  const double both[2] = {t, t};
+  double sums[2 * kConicSums];
+  ConicSummationsOfThisProcessor().front().Sum(points, both, sums);
+  Bounded<double> bounded[kConicSums];
+  tiltpole::detail::BoundSums(by, t, bounded);
+  for (std::size_t sum = 0; sum < kConicSums; ++sum) {
+    const double summed = sums[2 * sum];
+    if (!(Lowest(bounded[sum]) <= summed && summed <= Highest(bounded[sum]))) return false;
+  }
+  return true;
+}
+
 RC_GTEST_PROP(ShapeBounds, TheSumsOfAFitAreWithinTheirBounds, ()) {
-  using Lanes = tiltpole::detail::LanesOf<2>;
   const ConicSummation way = ConicSummationsOfThisProcessor().front();
   const auto seed = *rc::gen::arbitrary<std::uint32_t>();
   Random random(seed);
@@ -169,17 +186,33 @@ RC_GTEST_PROP(ShapeBounds, TheSumsOfAFitAreWithinTheirBounds, ()) {
                                   seed);
   const SumsByScale by = SumsAround1(plane, way);
   for (int i = 0; i < 20; ++i) {
-    const double t[2] = {random.Between(0, 2), random.Between(0.9, 1.1)};
-    double sums[2 * kConicSums];
-    way.Sum(plane.Points(), t, sums);
-    Bounded<Lanes> bounded[kConicSums];
-    tiltpole::detail::BoundSums(by, Lanes{t[0], t[1]}, bounded);
-    for (std::size_t sum = 0; sum < kConicSums; ++sum) {
-      for (std::size_t lane = 0; lane < 2; ++lane) {
-        const Bounded<double> one = {bounded[sum].value[lane], bounded[sum].error[lane]};
-        RC_ASSERT(Lowest(one) <= sums[2 * sum + lane]);
-        RC_ASSERT(Highest(one) >= sums[2 * sum + lane]);
-      }
+    RC_ASSERT(SumsAreWithinTheirBounds(plane.Points(), by, random.Between(0, 2)));
+    RC_ASSERT(SumsAreWithinTheirBounds(plane.Points(), by, random.Between(0.9, 1.1)));
+  }
+}
+
+// y is so small that its squares, or their squares, underflow; d makes as much of it as of x.
+TEST(ShapeBounds, TheSumsAreWithinTheirBoundsWhereALargeCrossTermScalesTinyReadings) {
+  Random random(1);
+  for (const int exponent : {0, -270, -280, -560, -1000}) {
+    std::vector<double> u;
+    std::vector<double> y;
+    std::vector<double> base;
+    std::vector<double> v;
+    const double d = std::ldexp(1.0, -exponent);
+    for (int i = 0; i < 300; ++i) {
+      const double angle = 0.02 * i;
+      u.push_back(std::cos(angle));
+      y.push_back(std::ldexp(300 + std::sin(angle), exponent));
+      base.push_back(d * y.back());
+      v.push_back(1e-3 * random.Between(-1, 1));
+    }
+    const ScaledPlane points = {u.data(), base.data(), v.data(), u.size()};
+    const PlaneSize size = {SizeOf(u).norms, d * SizeOf(y).norms, SizeOf(v)};
+    const SumsByScale by =
+        SumsAround1(points, SumAxis(u), size, ConicSummationsOfThisProcessor().front());
+    for (const double t : {0.0, 1.05, 1.7, 2.0}) {
+      EXPECT_TRUE(SumsAreWithinTheirBounds(points, by, t)) << exponent << " at " << t;
     }
   }
 }
@@ -441,6 +474,15 @@ TEST(ShapeBounds, BoundEachLaneAsItsScaleAlone) {
       EXPECT_EQ(B[lane].value, alone.at[1].value);
       EXPECT_EQ(B[lane].error, alone.at[1].error);
     }
+  }
+}
+
+TEST(AxisNorms, AreUpperBoundsWhereThePowersOfReadingsUnderflow) {
+  for (const int exponent : {-200, -260, -280, -400, -530, -560, -1000, -1060}) {
+    const std::vector<double> tiny = {std::ldexp(3.0, exponent), std::ldexp(4.0, exponent)};
+    const tiltpole::detail::AxisNorms norms = SizeOf(tiny).norms;
+    EXPECT_GE(norms.two, std::ldexp(5.0, exponent)) << exponent;
+    EXPECT_GE(norms.four, std::ldexp(std::pow(81 + 256, 0.25), exponent)) << exponent;
   }
 }
 

@@ -13,7 +13,8 @@
 
 namespace tiltpole::detail {
 
-/// The two roundings of an operation, beside its result: in the steps bounded and in these here.
+/// The two roundings of an operation, beside its result: in the steps bounded and in these here. A
+/// rounding is half of epsilon at most.
 inline constexpr double kRounding = std::numeric_limits<double>::epsilon();
 
 /// More than an operation can lose by underflow.
@@ -23,7 +24,8 @@ inline constexpr double kUnderflow = 1e-300;
 inline constexpr double kLargestShare = 1.0 / 1024;
 
 /// The bounds are rounded as well. They are sums and products of numbers that are not negative, so
-/// a hundred steps take less than this share off them; who asks for the range makes up for it.
+/// even ten thousand roundings take less than this share off them; who asks for the range makes up
+/// for it.
 inline constexpr double kBoundSlack = 1.0 + 1.0 / 1024;
 
 /// A number, or several in lanes.

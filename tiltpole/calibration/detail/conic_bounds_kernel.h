@@ -32,7 +32,8 @@ struct SumsByScale {
   /// The 2-norm of the column of ones.
   double one = 0.0;
   double fourthPowersOfV = 0.0;
-  /// What the rounding of a sum of products comes to, beside the norms of its two columns.
+  /// What the rounding of a sum of products comes to at most, beside the product of its two
+  /// columns' norms: count + 16 roundings.
   double rounding = 0.0;
 
   /// The scales, rising.
@@ -79,8 +80,10 @@ struct Interpolation {
 /// Interpolation: a share has 12 roundings, its product with a sum 1 and adding up 5; 20 cover
 /// them.
 ///
-/// Where readings are so small that these errors vanish by underflow, AtA counts as singular, and
-/// nothing is certain.
+/// All this is relative to the sums; what they lose by underflow is left out. It may be: nothing is
+/// certain of a fit without a pivot above kRounding in every column, and beside such columns it is
+/// nothing. The norms must not have lost anything themselves, since a large cross term makes much
+/// of a small norm; see SizeOf.
 template <class Lanes>
 inline void BoundSums(const SumsByScale& by, const Lanes& t, Bounded<Lanes>* sum) {
   const Interpolation<Lanes> at(by, t);
@@ -95,6 +98,7 @@ inline void BoundSums(const SumsByScale& by, const Lanes& t, Bounded<Lanes>* sum
 
   // The rounding of the sums counts once for those of a fit at t, and as often as the nodes' do.
   const Lanes unit = by.rounding * (1.0 + at.growth) + 10 * kRounding * at.growth;
+  // The sums at the nodes have the errors of their own scales, the fit has that of t.
   const Lanes largestNode = Lanes{} + by.node[SumsByScale::kNodes - 1];
   const Lanes widest = t > largestNode ? t : largestNode;
   const Lanes wFour = by.base.four + widest * by.v.four;

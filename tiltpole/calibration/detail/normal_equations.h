@@ -95,7 +95,7 @@ class Inversion {
   /// @return whether it does so at the same place for all
   template <std::size_t K>
   bool FindPivot(const Size& largest) {
-    auto earlier = largest != largest;
+    auto earlier = largest != largest;  // nowhere: the largest is never NaN
     for (std::size_t i = K; i < N; ++i) {
       for (std::size_t j = K; j < N; ++j) {
         const auto here = Magnitude(w_[i][j]) == largest;
@@ -110,8 +110,9 @@ class Inversion {
     return false;
   }
 
-  /// Whether numbers within the bounds have no other choice of a pivot, nor count as singular. Also
-  /// equal ones leave a choice: within their bounds, any may be the larger.
+  /// Whether all numbers within the bounds choose the same pivot, and none count as singular. Where
+  /// two elements may be equal the choice is open; so an element beside the diagonal, which has a
+  /// twin, is never sure.
   template <std::size_t K>
   bool PivotIsSure() const {
     if constexpr (std::is_same_v<Size, Element>) {

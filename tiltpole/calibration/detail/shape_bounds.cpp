@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace tiltpole::detail {
 namespace {
@@ -66,7 +67,10 @@ AxisSize SizeOf(const std::vector<double>& column) {
     squares += square;
     fourthPowers += square * square;
   }
-  return {{kBoundSlack * std::sqrt(squares), kBoundSlack * std::sqrt(std::sqrt(fourthPowers))},
+  // What the powers of tiny readings lose by underflow: beside a large cross term it counts.
+  const double lost = static_cast<double>(column.size()) * std::numeric_limits<double>::min();
+  return {{kBoundSlack * std::sqrt(squares + lost),
+           kBoundSlack * std::sqrt(std::sqrt(fourthPowers + lost))},
           fourthPowers};
 }
 
@@ -104,7 +108,8 @@ void ShapeBounds::Evaluate(const double* scales, double root) {
   if (!summed_) SumNodes(root);
   fitCount_ = summation_.lanes;
   if (Bound(scales)) return;
-  // One with other pivots than the first keeps the lanes apart; the first may do on its own.
+  // The lanes are bounded together only if all choose the pivots of the first. If they do not, the
+  // first is bounded on its own, in every lane.
   double first[kMostLanes];
   std::fill_n(first, kMostLanes, scales[0]);
   fitCount_ = 1;

@@ -11,7 +11,7 @@
 
 namespace tiltpole::detail {
 
-/// How large the numbers of a column are.
+/// The norms of a column, and the sum of its fourth powers as computed: a coefficient of t^4.
 struct AxisSize {
   AxisNorms norms;
   double fourthPowers = 0.0;
@@ -23,7 +23,7 @@ AxisSize SizeOf(const std::vector<double>& column);
 AxisNorms operator*(double factor, const AxisNorms& norms);
 AxisNorms operator+(const AxisNorms& a, const AxisNorms& b);
 
-/// How large the numbers of a ScaledPlane are. Only of v, fourth powers stand alone in a sum.
+/// How large the numbers of a ScaledPlane are. Only of v do fourth powers stand alone in a sum.
 struct PlaneSize {
   AxisNorms u;
   AxisNorms base;
@@ -35,9 +35,9 @@ struct PlaneSize {
 ///
 /// The sums of a fit are, but for rounding, polynomials in t. So four passes tell them for every t,
 /// and the solution by numbers with bounds tells how C can come out beside 0.5, whatever the
-/// rounding of the fit itself. Of the steps of a bisection, the many that are not next to the
-/// circle are decided so. The others are not, and nothing but their side ever comes from here:
-/// numbers that a calibration returns are always those of a fit carried out.
+/// rounding of the fit itself. Most steps of a bisection are far enough from the circle to be
+/// decided so; the last ones are fitted. Only the side of C comes from here: every number that a
+/// calibration returns is that of a fit carried out.
 class ShapeBounds {
  public:
   explicit ShapeBounds(const ConicSummation& summation) : summation_(summation) {}
