@@ -58,8 +58,9 @@ TEST(ScaleOfCircle, StretchesTheSecondAxisByTheRatioOfTheHalfAxes) {
   EXPECT_EQ(ScaleOfCircle(1.5, 4.0, 1.0), 0.75);
 }
 
-TEST(ScaleOfCircle, IsNotANumberForAHyperbola) {
+TEST(ScaleOfCircle, IsNotANumberWhereTheSquaresHaveDifferentSigns) {
   EXPECT_TRUE(std::isnan(ScaleOfCircle(1.0, -0.5, 1.5)));
+  EXPECT_TRUE(std::isnan(ScaleOfCircle(1.0, 1.5, -0.5)));
 }
 
 // A circle of which the second axis reads 0.3 of what it should: no scale up to 2 is enough, and

@@ -29,6 +29,7 @@ def run(*command, **options):
 
 # For builds of the library that are made for one test alone: they take half the time.
 UNOPTIMISED = "-DCMAKE_BUILD_TYPE=Debug"
+# For those in which no test looks at a program or at the library for C.
 LIBRARY_ALONE = ["-DTILTPOLE_BUILD_APPS=OFF", "-DTILTPOLE_BUILD_C_LIBRARY=OFF"]
 
 

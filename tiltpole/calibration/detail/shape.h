@@ -21,8 +21,8 @@ struct Shape {
 Shape ShapeOf(const Conic& conic);
 
 /// About the scale that makes a circle of a conic with the coefficients @p A and @p C at the scale
-/// @p t: an ellipse A u^2 + C w^2 = 1 becomes one when w is scaled by sqrt(C / A). Not a number for
-/// what is no ellipse.
+/// @p t: an ellipse A u^2 + C w^2 = 1 becomes one when w is scaled by sqrt(C / A). Not a number
+/// where A and C have different signs.
 double ScaleOfCircle(double t, double A, double C);
 
 }  // namespace tiltpole::detail
